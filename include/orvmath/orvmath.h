@@ -1,0 +1,14 @@
+// ORV_MathTool: planar and spatial geometry and numerics for road, rail and
+// drawing applications. Including this header gives the whole public API:
+// the host framework layer (global namespace) and namespace ORVMATH.
+#pragma once
+
+#include <orvmath/host/host.h>
+
+#include <orvmath/tolerance.h>
+#include <orvmath/angle.h>
+#include <orvmath/point2.h>
+#include <orvmath/rect.h>
+#include <orvmath/point3.h>
+#include <orvmath/containers.h>
+#include <orvmath/selfcopy.h>

@@ -1,0 +1,23 @@
+// The copying half of the Self.../copying pairs of the value classes.
+//
+// A class writes each edit once, as the in-place SelfName(...) that changes
+// the object and returns a reference to it, and derives the copying form
+//
+//     Class Name(args...) const   // copy *this, apply SelfName(args...) to the copy, return it
+//
+// with ORVMATH_COPYING_FORM(Class, Name) in its body. The derived member
+// takes part in overload resolution only for argument lists that SelfName
+// accepts, so other overloads of Name (a Mirror that reflects a point, say)
+// live beside it undisturbed.
+#pragma once
+
+#include <utility>
+
+#define ORVMATH_COPYING_FORM(Class, Name)                                                                 \
+    template <class... Args>                                                                              \
+    auto Name(Args&&... args) const->decltype(std::declval<Class&>().Self##Name(std::forward<Args>(args)...), \
+                                              Class(std::declval<const Class&>())) {                    \
+        Class copy(*this);                                                                                \
+        copy.Self##Name(std::forward<Args>(args)...);                                                     \
+        return copy;                                                                                      \
+    }
