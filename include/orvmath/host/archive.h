@@ -164,6 +164,9 @@ private:
     // Loading: makes at least nNeeded bytes (<= buffer size) available in the
     // buffer, or throws endOfFile.
     void FillBuffer(std::size_t nNeeded);
+    // Loading: moves the unread bytes to the front and reads as many more as
+    // the buffer holds; returns the bytes now available.
+    std::size_t ReadAhead();
     std::size_t Buffered() const noexcept { return static_cast<std::size_t>(m_lpBufMax - m_lpBufCur); }
 
     UINT m_nMode;
