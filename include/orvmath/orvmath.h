@@ -12,3 +12,6 @@
 #include <orvmath/point3.h>
 #include <orvmath/containers.h>
 #include <orvmath/selfcopy.h>
+#include <orvmath/line2.h>
+#include <orvmath/arc2.h>
+#include <orvmath/circle2.h>

@@ -1,0 +1,427 @@
+#include <orvmath/line2.h>
+
+#include <orvmath/angle.h>
+#include <orvmath/arc2.h>
+#include <orvmath/circle2.h>
+#include <orvmath/intersect.h>
+#include <orvmath/pointline.h>
+
+#include <cmath>
+#include <utility>
+
+namespace ORVMATH {
+
+IMPLEMENT_SERIAL(CLine2Array, CObject, 1)
+
+namespace {
+
+// Unit vector start->end; false (u untouched) when the segment has exactly zero length.
+bool UnitDirection(const CLine2& l, CDblPoint& u) noexcept {
+    const double dx = l.end.x - l.start.x, dy = l.end.y - l.start.y;
+    if (dx == 0.0 && dy == 0.0) return false;
+    const double len = std::hypot(dx, dy);
+    u = CDblPoint(dx / len, dy / len);
+    return true;
+}
+
+CDblPoint Along(const CDblPoint& p, const CDblPoint& u, double d) noexcept {
+    return CDblPoint(p.x + d * u.x, p.y + d * u.y);
+}
+
+bool InUnitRange(double t) noexcept { return t >= 0.0 && t <= 1.0; }
+
+CDblPoint Reflected(const CDblPoint& a, const CDblPoint& b, const CDblPoint& p) noexcept {
+    CDblPoint out;
+    MirrorPoint(a, b, p, out);
+    return out;
+}
+
+}  // namespace
+
+// ---- construction ----
+
+CLine2& CLine2::Set(double x1, double y1, double x2, double y2) noexcept {
+    start = CDblPoint(x1, y1);
+    end = CDblPoint(x2, y2);
+    return *this;
+}
+
+CLine2& CLine2::Set(const CDblPoint& s, double angle, double length) noexcept {
+    start = s;
+    end = Along(s, CDblPoint(std::cos(angle), std::sin(angle)), length);
+    return *this;
+}
+
+CLine2& CLine2::Set(double angle, const CDblPoint& e, double length) noexcept {
+    start = Along(e, CDblPoint(std::cos(angle), std::sin(angle)), -length);
+    end = e;
+    return *this;
+}
+
+CLine2& CLine2::Set(double angle, double length, const CDblPoint& middle) noexcept {
+    const CDblPoint u(std::cos(angle), std::sin(angle));
+    start = Along(middle, u, -length / 2.0);
+    end = Along(middle, u, length / 2.0);
+    return *this;
+}
+
+CLine2& CLine2::Set(const CDblPoint& s, const CDblSize& size) noexcept {
+    start = s;
+    end = s + size;
+    return *this;
+}
+
+CLine2& CLine2::Set(const CDblSize& size, const CDblPoint& e) noexcept {
+    start = e + size;
+    end = e;
+    return *this;
+}
+
+// ---- measures and queries ----
+
+double CLine2::Angle(const CLine2& other) const noexcept { return NormalizeAng_Rad(other.Angle() - Angle()); }
+
+double CLine2::NormalAngle() const noexcept { return NormalizeAng_Rad(Angle() + kPi / 2.0); }
+
+double CLine2::Distance(const CDblPoint& p) const noexcept { return DPointLine(p, start, end); }
+
+CDblPoint CLine2::FootPoint(const CDblPoint& p) const noexcept { return Point(ProjectOnLine(p, start, end)); }
+
+double CLine2::X(double y) const noexcept {
+    const double dy = end.y - start.y;
+    if (dy == 0.0) return start.x;
+    return start.x + (y - start.y) / dy * (end.x - start.x);
+}
+
+double CLine2::Y(double x) const noexcept {
+    const double dx = end.x - start.x;
+    if (dx == 0.0) return start.y;
+    return start.y + (x - start.x) / dx * (end.y - start.y);
+}
+
+int CLine2::WhichSide(const CDblPoint& p, double tolerance) const noexcept {
+    // Relative to p, for accuracy far from the origin.
+    const double sx = start.x - p.x, sy = start.y - p.y;
+    const double dx = end.x - start.x, dy = end.y - start.y;
+    if (dx == 0.0 && dy == 0.0) return -2;
+    if (tolerance >= Distance(p)) return 0;
+    const double c = -sy * dx + sx * dy;
+    return c > 0.0 ? 1 : (c < 0.0 ? -1 : 0);
+}
+
+bool CLine2::IsPointOnSegment(const CDblPoint& p, double tolerance) const noexcept {
+    const double t = ProjectOnLine(p, start, end);
+    if (t < 0.0) return ORVMATH::Distance(p, start) <= tolerance;
+    if (t > 1.0) return ORVMATH::Distance(p, end) <= tolerance;
+    return Distance(p) <= tolerance;
+}
+
+bool CLine2::IsOverlapped(CLine2 other, CLine2& common) const noexcept {
+    const double theta = Angle(other);
+    const bool parallel = std::fabs(theta) < kParallelAngle || std::fabs(theta - kPi) < kParallelAngle ||
+                          std::fabs(theta + kPi) < kParallelAngle;
+    if (!parallel || Distance(other.start) >= kOverlapDistance) return false;
+    const double t1 = ProjectOnLine(other.start, start, end);
+    const double t2 = ProjectOnLine(other.end, start, end);
+    const bool inner1 = t1 > 0.0 && t1 < 1.0, inner2 = t2 > 0.0 && t2 < 1.0;
+    const bool covers = (t1 <= 0.0 && t2 >= 1.0) || (t2 <= 0.0 && t1 >= 1.0);
+    if (!inner1 && !inner2 && !covers) return false;
+    const double lo = std::fmax(0.0, std::fmin(t1, t2)), hi = std::fmin(1.0, std::fmax(t1, t2));
+    common = CLine2(Point(lo), Point(hi));
+    return true;
+}
+
+void CLine2::EqualDistPoints(unsigned int n, CDblPointArray& out) const {
+    if (n <= 1) return;
+    const double parts = static_cast<double>(n);
+    for (unsigned int k = 1; k < n; ++k) out.Add(Point(k / parts));
+}
+
+// ---- placement ----
+
+CLine2& CLine2::SelfMove(double dx, double dy) noexcept {
+    start.Offset(dx, dy);
+    end.Offset(dx, dy);
+    return *this;
+}
+
+CLine2& CLine2::SelfMoveStart(double dx, double dy) noexcept {
+    start.Offset(dx, dy);
+    return *this;
+}
+
+CLine2& CLine2::SelfMoveEnd(double dx, double dy) noexcept {
+    end.Offset(dx, dy);
+    return *this;
+}
+
+CLine2& CLine2::SelfMirrorX(double a) noexcept {
+    start.x = 2.0 * a - start.x;
+    end.x = 2.0 * a - end.x;
+    return *this;
+}
+
+CLine2& CLine2::SelfMirrorY(double b) noexcept {
+    start.y = 2.0 * b - start.y;
+    end.y = 2.0 * b - end.y;
+    return *this;
+}
+
+CLine2& CLine2::SelfMirror(const CDblPoint& p1, const CDblPoint& p2) noexcept {
+    start = Reflected(p1, p2, start);
+    end = Reflected(p1, p2, end);
+    return *this;
+}
+
+CLine2& CLine2::SelfRotate(const CDblPoint& centre, double angle) noexcept {
+    RotatePoint(centre.x, centre.y, angle, start);
+    RotatePoint(centre.x, centre.y, angle, end);
+    return *this;
+}
+
+CLine2& CLine2::SelfReverse() noexcept {
+    std::swap(start, end);
+    return *this;
+}
+
+CLine2& CLine2::SelfOffset(double d) noexcept {
+    if (!OffsetLine(start, end, d)) *this = CLine2();
+    return *this;
+}
+
+CDblPoint CLine2::Mirror(const CDblPoint& p) const noexcept { return Reflected(start, end, p); }
+
+void CLine2::Offset(double d, int count, CLine2Array& out) const {
+    for (int k = 1; k <= count; ++k) out.Add(Offset(k * d));
+}
+
+// ---- length editing ----
+
+CLine2& CLine2::LengthenEnd(double d) noexcept {
+    CDblPoint u;
+    if (UnitDirection(*this, u)) end = Along(end, u, d);
+    return *this;
+}
+
+CLine2& CLine2::LengthenStart(double d) noexcept {
+    CDblPoint u;
+    if (UnitDirection(*this, u)) start = Along(start, u, -d);
+    return *this;
+}
+
+CLine2& CLine2::StartFitTo(double len) noexcept {
+    CDblPoint u;
+    if (UnitDirection(*this, u)) end = Along(start, u, len);
+    return *this;
+}
+
+CLine2& CLine2::EndFitTo(double len) noexcept { return SelfReverse().StartFitTo(len).SelfReverse(); }
+
+CLine2& CLine2::MiddleFitTo(double len) noexcept {
+    CDblPoint u;
+    if (!UnitDirection(*this, u)) return *this;
+    const CDblPoint m = MidPoint();
+    start = Along(m, u, -len / 2.0);
+    end = Along(m, u, len / 2.0);
+    return *this;
+}
+
+CLine2& CLine2::Normalize() noexcept {
+    const double dx = start.x - end.x;
+    if (dx > kNormalizeSlack || (std::fabs(dx) <= kNormalizeSlack && start.y > end.y)) SelfReverse();
+    return *this;
+}
+
+// ---- trimming and extension ----
+
+CLine2& CLine2::ExTrimEnd(const CLine2& other) noexcept {
+    Intersection(other, end, ExtendBoth);
+    return *this;
+}
+
+CLine2& CLine2::ExTrimStart(const CLine2& other) noexcept {
+    Intersection(other, start, ExtendBoth);
+    return *this;
+}
+
+CLine2& CLine2::TrimEndTo(const CDblPointArray& points) noexcept {
+    const INT_PTR n = points.GetSize();
+    if (n == 0) return *this;
+    if (n == 1) {
+        end = points.GetData()[0];
+        return *this;
+    }
+    const double t0 = ProjectOnLine(points.GetData()[0], start, end);
+    const double t1 = ProjectOnLine(points.GetData()[1], start, end);
+    int pick;
+    if (InUnitRange(t0))
+        pick = InUnitRange(t1) && t0 <= t1 ? 1 : 0;
+    else if (InUnitRange(t1))
+        pick = 1;
+    else
+        pick = std::fabs(t0) > std::fabs(t1) ? 0 : 1;
+    end = points.GetData()[pick];
+    return *this;
+}
+
+CLine2& CLine2::TrimStartTo(const CDblPointArray& points) noexcept {
+    const INT_PTR n = points.GetSize();
+    if (n == 0) return *this;
+    if (n == 1) {
+        start = points.GetData()[0];
+        return *this;
+    }
+    const double t0 = ProjectOnLine(points.GetData()[0], start, end);
+    const double t1 = ProjectOnLine(points.GetData()[1], start, end);
+    const bool in0 = InUnitRange(t0), in1 = InUnitRange(t1);
+    int pick;
+    if (in0 && in1)
+        pick = t0 < t1 ? 0 : 1;
+    else if (in0 || in1)
+        pick = in0 ? 0 : 1;
+    else
+        pick = std::fabs(t1) > std::fabs(t0) ? 0 : 1;
+    start = points.GetData()[pick];
+    return *this;
+}
+
+CLine2& CLine2::ExTrimEnd(const CArc2& arc) {
+    CDblPointArray points;
+    Intersection(arc, points, true);
+    return TrimEndTo(points);
+}
+
+CLine2& CLine2::ExTrimEnd(const CCircle2& circle) {
+    CDblPointArray points;
+    Intersection(circle, points, true);
+    return TrimEndTo(points);
+}
+
+CLine2& CLine2::ExTrimStart(const CArc2& arc) {
+    CDblPointArray points;
+    Intersection(arc, points, true);
+    return TrimStartTo(points);
+}
+
+CLine2& CLine2::ExTrimStart(const CCircle2& circle) {
+    CDblPointArray points;
+    Intersection(circle, points, true);
+    return TrimStartTo(points);
+}
+
+CLine2& CLine2::ExTrimEndX(double x) noexcept {
+    end = CDblPoint(x, Y(x));
+    return *this;
+}
+
+CLine2& CLine2::ExTrimEndY(double y) noexcept {
+    end = CDblPoint(X(y), y);
+    return *this;
+}
+
+CLine2& CLine2::ExTrimStartX(double x) noexcept {
+    start = CDblPoint(x, Y(x));
+    return *this;
+}
+
+CLine2& CLine2::ExTrimStartY(double y) noexcept {
+    start = CDblPoint(X(y), y);
+    return *this;
+}
+
+CLine2 CLine2::Perpendicular(const CDblPoint& p, double length) const noexcept {
+    const int side = WhichSide(p, kPerpendicularSide);
+    CDblPoint u;
+    if (!UnitDirection(*this, u)) return CLine2();
+    const CDblPoint normal = side == 1 ? CDblPoint(u.y, -u.x) : CDblPoint(-u.y, u.x);
+    return CLine2(p, Along(p, normal, length));
+}
+
+// ---- intersection ----
+
+bool CLine2::Intersection(const CLine2& other, CDblPoint& x, ExtendType how) const {
+    CDblPointArray points;
+    XLineLine(start, end, other.start, other.end, points, how);
+    if (points.GetSize() == 0) return false;
+    x = points.GetData()[0];
+    return true;
+}
+
+void CLine2::Intersection(const CArc2& arc, CDblPointArray& out, bool extend) const {
+    arc.Intersection(*this, out, extend);
+}
+
+void CLine2::Intersection(const CCircle2& circle, CDblPointArray& out, bool extend) const {
+    circle.Intersection(*this, out, extend);
+}
+
+void CLine2::Intersection(const CDblPointArray& polyline, CDblPointArray& out) const {
+    const CDblPoint* v = polyline.GetData();
+    for (INT_PTR i = 0; i + 1 < polyline.GetSize(); ++i) {
+        CDblPoint x;
+        if (Intersection(CLine2(v[i], v[i + 1]), x, ExtendNone)) out.Add(x);
+    }
+}
+
+// ---- chamfers ----
+
+CLine2 CLine2::ChamferStartStart(CLine2& other, double dx, double dy) {
+    CDblPoint corner;
+    if (!Intersection(other, corner, ExtendBoth)) return CLine2();
+    if (ProjectOnLine(corner, start, end) < 0.0 || ProjectOnLine(corner, other.start, other.end) < 0.0)
+        return CLine2();
+    const double sinCorner = std::fabs(std::sin(Angle(other)));
+    if (sinCorner < kChamferMinSine) return CLine2();
+    // Law of sines in the triangle corner, C1, C2: the side corner-C1 faces the
+    // angle at C2, between the other line and the chamfer vector.
+    const double sinAtC2 = std::fabs(std::sin(other.Angle(CLine2(0.0, 0.0, dx, dy))));
+    const double back = sinAtC2 * (std::hypot(dx, dy) / sinCorner) / Length();
+    const CDblPoint first(corner.x - back * (end.x - start.x), corner.y - back * (end.y - start.y));
+    const CDblPoint second(first.x + dx, first.y + dy);
+    if (!IsPointOnLine(first, start, end) || !IsPointOnLine(second, other.start, other.end)) return CLine2();
+    end = first;
+    other.end = second;
+    return CLine2(first, second);
+}
+
+CLine2 CLine2::ChamferEndEnd(CLine2& other, double dx, double dy) {
+    SelfReverse();
+    other.SelfReverse();
+    const CLine2 chamfer = ChamferStartStart(other, dx, dy);
+    SelfReverse();
+    other.SelfReverse();
+    return chamfer;
+}
+
+CLine2 CLine2::ChamferEndStart(CLine2& other, double dx, double dy) {
+    SelfReverse();
+    const CLine2 chamfer = ChamferStartStart(other, dx, dy);
+    SelfReverse();
+    return chamfer;
+}
+
+CLine2 CLine2::ChamferStartEnd(CLine2& other, double dx, double dy) {
+    other.SelfReverse();
+    const CLine2 chamfer = ChamferStartStart(other, dx, dy);
+    other.SelfReverse();
+    return chamfer;
+}
+
+// ---- free functions ----
+
+bool IsSameDirectLine(const CLine2& a, const CLine2& b) {
+    const double dx1 = a.start.x - a.end.x, dx2 = b.start.x - b.end.x;
+    double dy1 = a.start.y - a.end.y, dy2 = b.start.y - b.end.y;
+    const bool zeroDx1 = IsDoubleEqual(dx1, 0.0), zeroDx2 = IsDoubleEqual(dx2, 0.0);
+    if (zeroDx1 && zeroDx2) return dy1 * dy2 > 0.0;
+    if (IsDoubleEqual(dy1, 0.0)) {
+        if (IsDoubleEqual(dy2, 0.0)) return dx1 * dx2 > 0.0;
+        // Kept as it stands: callers' results depend on this substitution.
+        dy1 = 1.0;
+        dy2 = 2.0;
+    }
+    if (dy2 == 0.0) return false;  // dx2 / dy2 would be infinite, never equal to dx1 / dy1
+    return IsDoubleEqual(dx1 / dy1, dx2 / dy2) && dx1 * dx2 >= 0.0 && dy1 * dy2 >= 0.0;
+}
+
+}  // namespace ORVMATH
