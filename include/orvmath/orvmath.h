@@ -12,6 +12,9 @@
 #include <orvmath/point3.h>
 #include <orvmath/containers.h>
 #include <orvmath/selfcopy.h>
+#include <orvmath/intersect.h>
+#include <orvmath/pointline.h>
 #include <orvmath/line2.h>
 #include <orvmath/arc2.h>
 #include <orvmath/circle2.h>
+#include <orvmath/complex.h>

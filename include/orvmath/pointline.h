@@ -27,6 +27,9 @@ namespace detail {
 inline bool IsDegenerateLine(const CDblPoint& a, const CDblPoint& b) noexcept {
     return std::fabs(b.y - a.y) <= CDblPointEpsilon::y() && std::fabs(b.x - a.x) <= CDblPointEpsilon::x();
 }
+// Direction of (dx, dy) in degrees, in (-180, 180]. Adding +0.0 turns a -0.0
+// dy into +0.0, so that a point on the negative x axis gets 180, never -180.
+inline double PolarAngleDeg(double dx, double dy) noexcept { return std::atan2(dy + 0.0, dx) * kRadToDeg; }
 }  // namespace detail
 
 // ---------------------------------------------------------------- measures
