@@ -1,0 +1,234 @@
+// Route alignment: the centre line of a road or track as a chain of straights,
+// circular arcs and clothoid transitions, addressed by mile (chainage) and
+// lateral offset.
+//
+// A route is given by critical points, one where each element begins plus one
+// at the end of the last element. Its chainage starts at a start mile and runs
+// along the base alignment; a route may be shifted sideways as a whole by a
+// constant offset (positive to the left of the direction of travel), and its
+// lengths are then measured on the shifted line. Angles are radians,
+// counter-clockwise from the x axis; an infinite radius is written -1.0.
+#pragma once
+
+#include <orvmath/arc2.h>
+#include <orvmath/export.h>
+#include <orvmath/host/array.h>
+#include <orvmath/point2.h>
+#include <orvmath/selfcopy.h>
+
+#include <cstdint>
+
+namespace ORVMATH {
+
+// Fixed tolerances of the route code (absolute, in metres unless said otherwise).
+constexpr double kRouteMileBoundaryTol = 1e-6;  // a mile this close to an element's end lies on the boundary
+constexpr double kRouteArcSideTol = 0.001;      // the next point within this of an arc's tangent: measure the chord
+constexpr double kRouteAheadTol = 0.01;         // a transition's next point must be ahead of its start by more than this
+constexpr double kRouteMileSnapTol = 0.01;      // a mile this close to the start or end mile snaps to that end
+constexpr double kRouteStartMileTol = 0.01;     // route equality: the start miles may differ by less than this
+constexpr double kRouteArcFitTol = 0.001;       // an arc element's end may lie this far off the circle of its radius
+constexpr double kRoutePointMatchTol = 1.0;     // critical point equality: positions may differ this much per axis
+
+// Kind of the element that begins at a critical point.
+enum SegmentType : std::int32_t {
+    SEGMENT_NONE = -1,       // returned where no element applies
+    SEGMENT_LINE = 0,        // straight line to the next point
+    SEGMENT_ARC = 1,         // circular arc of constant radius to the next point
+    SEGMENT_TRANSITION = 2,  // clothoid between two radii
+};
+
+// A vertex of a route: the start of an element (or the end of the last one).
+// The layout is fixed (stored as a raw 56-byte block): type, 4 bytes of fill,
+// then the six doubles.
+struct CCriticalPoint {
+    SegmentType type;  // kind of the element that begins here
+    CDblPoint pt;      // world position
+    double angle;      // tangent direction, radians
+    double radius;     // radius of curvature here; -1.0 = infinite
+    double spiralA;    // clothoid parameter A of a transition (A^2 = radius * length)
+    double endRadius;  // radius at a transition's far end; 0.0 = the next point's radius; -1.0 = infinite
+
+    // pt becomes (0, 0) and endRadius 0.0; type, angle, radius and spiralA are
+    // deliberately left unset (callers fill them; kept so that large arrays are
+    // cheap to size).
+    CCriticalPoint() noexcept : endRadius(0.0) {}
+    CCriticalPoint(SegmentType type_, const CDblPoint& pt_, double angle_, double radius_, double spiralA_ = 0.0,
+                   double endRadius_ = 0.0) noexcept
+        : type(type_), pt(pt_), angle(angle_), radius(radius_), spiralA(spiralA_), endRadius(endRadius_) {}
+};
+
+// Equal when the types match and: a negative type or one above 2 compares
+// nothing else; a transition needs spiralA and endRadius equal (IsDoubleEqual);
+// then angle and radius equal (IsDoubleEqual) and the positions equal within
+// kRoutePointMatchTol per axis.
+ORVMATH_API bool operator==(const CCriticalPoint& a, const CCriticalPoint& b);
+inline bool operator!=(const CCriticalPoint& a, const CCriticalPoint& b) { return !(a == b); }
+
+using CCriticalPointArray = CArray<CCriticalPoint, const CCriticalPoint&>;
+
+class ORVMATH_API CRoute2 {
+public:
+    // ---- model -------------------------------------------------------------
+
+    // The null route: no points, offset 0.0, start mile 0.0, end mile -1.0.
+    CRoute2();
+    // As Set.
+    CRoute2(const CCriticalPointArray& points, double startMile, double offset);
+    // Copies keep the tables as they are (no recomputation).
+    CRoute2(const CRoute2&) = default;
+    CRoute2& operator=(const CRoute2&) = default;
+
+    // Stores the start mile and offset, copies the points, brings every angle
+    // into (-pi, pi] and rebuilds the length tables. An empty array gives a
+    // null route whose end mile equals its start mile.
+    void Set(const CCriticalPointArray& points, double startMile, double offset);
+    // Back to the state of the default constructor.
+    void SetNull();
+    bool IsNull() const { return m_CriticalPoints.GetSize() == 0; }
+
+    const CCriticalPointArray& GetCriticalPoints() const { return m_CriticalPoints; }
+    double GetStartMile() const { return m_dStartMile; }
+    double GetEndMile() const { return m_dEndMile; }
+    // The chainage spanned: end mile minus start mile.
+    double GetMile() const { return m_dEndMile - m_dStartMile; }
+    double GetOffset() const { return m_dOffset; }
+    // Length along the offset route: the sum of the length table (0.0 when empty).
+    double GetLength() const;
+    // Entry i of the mile table (chainage of element i) and of the length table
+    // (its length on the offset route). The array checks i.
+    double GetSegMile(int i) const { return m_SegMiles[i]; }
+    double GetSegLength(int i) const { return m_SegLens[i]; }
+
+    // Lengths of the element p1 -> p2: segMile along the base line, segLength
+    // along the line offset by `offset`. A straight has its chord length both
+    // ways; an arc measures radius x sweep from the two tangent angles (a sweep
+    // of 0 counts as a full turn; a next point within kRouteArcSideTol of the
+    // tangent gives the chord); a transition measures |L2 - L1| between the
+    // radii at its ends, 0 when the next point is not ahead of p1. A positive
+    // offset shortens an element that turns left. Other types leave both
+    // outputs untouched.
+    static void GetSegLength(const CCriticalPoint& p1, const CCriticalPoint& p2, double offset, double& segMile,
+                             double& segLength);
+
+    // ---- evaluation --------------------------------------------------------
+
+    // The critical point at `mile` on the base alignment: position, tangent
+    // direction, radius of curvature (transitions) and element type. A mile
+    // within kRouteMileSnapTol of the start or end mile returns the first or
+    // last stored point exactly. Returns the element index, or -1 (null route,
+    // mile outside the chainage; cp is then untouched).
+    int GetCriticalPoint(double mile, CCriticalPoint& cp) const;
+    // Point at `mile`, shifted sideways by the route's offset plus `offset`
+    // (positive to the left); (0, 0) when the mile is not on the route.
+    CDblPoint GetPoint(double mile, double offset) const;
+    // Point at `mile` on the base alignment (the route's offset ignored).
+    CDblPoint GetPointOnBase(double mile) const;
+    // Base point at the fraction t in [0, 1] of the chainage; (0, 0) outside.
+    CDblPoint GetProportionalPoint(double t) const;
+    // GetPoint at the start and end mile with no extra offset: unlike
+    // GetProportionalPoint(0) and GetPointOnBase, these include the route's
+    // offset (kept: callers depend on the difference).
+    CDblPoint GetStartPoint() const { return GetPoint(m_dStartMile, 0.0); }
+    CDblPoint GetEndPoint() const { return GetPoint(m_dEndMile, 0.0); }
+
+    // Type of the element at `mile`; at a boundary B gives the element that
+    // ends there and E the one that begins there; SEGMENT_NONE off the route.
+    SegmentType GetSegmentTypeB(double mile) const;
+    SegmentType GetSegmentTypeE(double mile) const;
+    void GetSegmentType(double mile, SegmentType& b, SegmentType& e) const;
+
+    // The clothoid's standard frame: origin at its point of zero curvature, x
+    // along the tangent there into the curve, y toward the side it turns to.
+    // Point at arc length l (three terms of the series), moved `offset` to the
+    // left of the tangent when offset is not 0.
+    static CDblPoint GetStandardPoint(double A, double l, double offset);
+    // Tangent angle at arc length l: l^2 / (2 A^2).
+    static double GetStandardTangetAngle(double A, double l);
+    // Standard frame to world: y negated unless keepSide, then turned by
+    // `angle` and moved to `origin`. World2Standard undoes it.
+    static CDblPoint Standard2World(const CDblPoint& origin, double angle, bool keepSide, const CDblPoint& p);
+    static CDblPoint World2Standard(const CDblPoint& origin, double angle, bool keepSide, const CDblPoint& p);
+    // The same with keepSide = (sidePoint lies strictly left of the x axis).
+    static CDblPoint Standard2World(const CDblPoint& origin, double angle, const CDblPoint& sidePoint,
+                                    const CDblPoint& p);
+    static CDblPoint World2Standard(const CDblPoint& origin, double angle, const CDblPoint& sidePoint,
+                                    const CDblPoint& p);
+    // Standard-frame origin of the transition p1 -> p2 (origin.pt and
+    // origin.angle give the frame; origin.spiralA is A), whether it runs out
+    // of a curve toward the larger radius (fromCurve), and which way the
+    // frame's y axis is mirrored (turnsRight, seen from the larger radius).
+    static void GetTransitionStartPoint(const CCriticalPoint& p1, const CCriticalPoint& p2, CCriticalPoint& origin,
+                                        bool& fromCurve, bool& turnsRight);
+
+    // The arc of element p1 -> p2. First construction: from p1's position,
+    // tangent direction and radius, turning to the side of p2, ending where
+    // the circle meets p2; null when p1's radius is not positive, p2 lies on
+    // the tangent, or p2 is off that circle by more than kRouteArcFitTol.
+    static CArc2 ArcFromTangentRadius(const CCriticalPoint& p1, const CCriticalPoint& p2);
+    // Fall-back: the arc that leaves p1 along its tangent and passes through
+    // p2 (its radius follows from the chord); null when p2 lies on the tangent.
+    static CArc2 ArcFromTangentThrough(const CCriticalPoint& p1, const CCriticalPoint& p2);
+
+    // ---- transforms --------------------------------------------------------
+
+    // Adds d to the route's offset and rebuilds the tables.
+    void SelfOffset(double d);
+    void Offset(double d, CRoute2& out) const { out = Offset(d); }
+    // Moves every point; the tables stay valid.
+    void SelfTranslate(double dx, double dy);
+    // Turns every point about center and every tangent by angle; the tables stay valid.
+    void SelfRotate(const CDblPoint& center, double angle);
+    void Rotate(const CDblPoint& center, double angle, CRoute2& out) const { out = Rotate(center, angle); }
+    // Mirrors in the line through p1 and p2 and negates the offset; the tables
+    // stay valid (every turn is reversed, and so is the side of the offset).
+    void SelfMirror(const CDblPoint& p1, const CDblPoint& p2);
+    // Scales about center: positions, radii (not -1.0), spiral parameters, the
+    // offset, the chainage and both tables. The start mile is kept, and so is
+    // every endRadius (kept: stored routes depend on it).
+    void SelfScale(const CDblPoint& center, double factor);
+
+    // Copying forms: Offset(d), Translate(dx, dy), Rotate(c, a), Mirror(p1, p2), Scale(c, f).
+    ORVMATH_COPYING_FORM(CRoute2, Offset)
+    ORVMATH_COPYING_FORM(CRoute2, Translate)
+    ORVMATH_COPYING_FORM(CRoute2, Rotate)
+    ORVMATH_COPYING_FORM(CRoute2, Mirror)
+    ORVMATH_COPYING_FORM(CRoute2, Scale)
+
+private:
+    // Orientation of the transition p1 -> p2 (see GetTransitionStartPoint).
+    static void GetBool(const CCriticalPoint& p1, const CCriticalPoint& p2, bool& fromCurve, bool& turnsRight);
+    // Rebuilds both tables and the end mile from the points.
+    void InitLens();
+    // Rebuilds m_SegEnds from m_SegMiles. Whatever writes m_SegMiles directly
+    // (InitLens, SelfScale, a loader) must call it.
+    void RebuildMileIndex();
+    // Element at `mile`, -1 if none. At a boundary (within
+    // kRouteMileBoundaryTol) the element that ends there, or with `upper` the
+    // one that begins there (the last element for the end mile).
+    int GetSegmentIndex(double mile, bool upper) const;
+    int GetMinSegmentIndex(double mile) const { return GetSegmentIndex(mile, false); }
+    int GetMaxSegmentIndex(double mile) const { return GetSegmentIndex(mile, true); }
+    // First element i at which d - m[0] - ... - m[i] (subtracted in that order)
+    // falls below `below`; -1 if none. `rest` receives that remainder.
+    int WalkMiles(double d, double below, double& rest) const;
+    // The same answer from m_SegEnds by binary search, when rounding cannot
+    // change it (also for the test rest > above); false when it might.
+    bool FindMile(double d, double below, double above, int& index, bool& overAbove, double& fromStart) const;
+    SegmentType TypeAt(int index) const;
+
+    CCriticalPointArray m_CriticalPoints;  // n points, n - 1 elements
+    double m_dOffset;                      // lateral offset of the whole route
+    double m_dStartMile;                   // mile at the first point
+    double m_dEndMile;                     // start mile + sum of m_SegMiles; -1.0 when null
+    CArray<double, double> m_SegMiles;     // per element: chainage on the base line
+    CArray<double, double> m_SegLens;      // per element: length on the offset line
+    CArray<double, double> m_SegEnds;      // running sums of m_SegMiles; empty when unusable for search
+};
+
+// Equal when the start miles differ by less than kRouteStartMileTol, the
+// offsets are equal (IsDoubleEqual) and the points are equal pairwise. The
+// end mile and the tables are not compared.
+ORVMATH_API bool operator==(const CRoute2& a, const CRoute2& b);
+inline bool operator!=(const CRoute2& a, const CRoute2& b) { return !(a == b); }
+
+}  // namespace ORVMATH
