@@ -18,3 +18,5 @@
 #include <orvmath/arc2.h>
 #include <orvmath/circle2.h>
 #include <orvmath/complex.h>
+#include <orvmath/linalg.h>
+#include <orvmath/polygon.h>
