@@ -9,6 +9,7 @@
 // Name(...) const returns an edited copy (derived with ORVMATH_COPYING_FORM).
 #pragma once
 
+#include <orvmath/angle.h>
 #include <orvmath/containers.h>
 #include <orvmath/export.h>
 #include <orvmath/host/array.h>
@@ -62,8 +63,12 @@ public:
 
     // ---- measures and queries ----
     double Length() const noexcept { return std::hypot(end.x - start.x, end.y - start.y); }
-    // Direction start->end, atan2 in (-pi, pi].
-    double Angle() const noexcept { return std::atan2(end.y - start.y, end.x - start.x); }
+    // Direction start->end, atan2 in (-pi, pi]: the -pi that atan2 gives for a
+    // difference of (-x, -0.0) is returned as pi.
+    double Angle() const noexcept {
+        const double a = std::atan2(end.y - start.y, end.x - start.x);
+        return a == -kPi ? kPi : a;
+    }
     // other.Angle() - Angle() in (-pi, pi]: two opposite segments give pi, never -pi.
     double Angle(const CLine2& other) const noexcept;
     // Direction of the left normal, Angle() + pi/2 in (-pi, pi].
