@@ -149,10 +149,14 @@ public:
     const TYPE* end() const noexcept { return m_pData + m_nSize; }
 
 private:
-    static constexpr bool kTrivial = std::is_trivially_copyable_v<TYPE>;
+    // Functions rather than constants, so that naming CArray<T> does not yet
+    // need T complete.
+    static constexpr bool Trivial() noexcept { return std::is_trivially_copyable_v<TYPE>; }
     // Largest element count whose byte size a pointer difference can hold.
-    static constexpr INT_PTR kMaxSize = static_cast<INT_PTR>(
-        static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(TYPE));
+    static constexpr INT_PTR MaxSize() noexcept {
+        return static_cast<INT_PTR>(static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) /
+                                    sizeof(TYPE));
+    }
 
     void CheckIndex(INT_PTR nIndex) const {
         // One unsigned compare rejects negative indices too.
@@ -231,7 +235,7 @@ bool CArray<TYPE, ARG_TYPE>::Aliases(const ARG_TYPE& newElement) const noexcept 
 
 template <class TYPE, class ARG_TYPE>
 TYPE* CArray<TYPE, ARG_TYPE>::Allocate(INT_PTR nCount) {
-    if (nCount < 0 || nCount > kMaxSize) AfxThrowMemoryException();
+    if (nCount < 0 || nCount > MaxSize()) AfxThrowMemoryException();
     const std::size_t nBytes = static_cast<std::size_t>(nCount) * sizeof(TYPE);
     void* p;
     if constexpr (alignof(TYPE) > __STDCPP_DEFAULT_NEW_ALIGNMENT__) {
@@ -294,7 +298,7 @@ void CArray<TYPE, ARG_TYPE>::Reallocate(INT_PTR nNewMax) {
         return;
     }
     TYPE* pNew = Allocate(nNewMax);
-    if constexpr (kTrivial) {
+    if constexpr (Trivial()) {
         if (m_nSize > 0) std::memcpy(pNew, m_pData, static_cast<std::size_t>(m_nSize) * sizeof(TYPE));
     } else {
         INT_PTR i = 0;
@@ -315,9 +319,9 @@ void CArray<TYPE, ARG_TYPE>::Reallocate(INT_PTR nNewMax) {
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::Reserve(INT_PTR nNeeded) {
     if (nNeeded <= m_nMaxSize) return;
-    if (nNeeded > kMaxSize) AfxThrowMemoryException();
+    if (nNeeded > MaxSize()) AfxThrowMemoryException();
     INT_PTR nGrowBy = m_nGrowBy >= 0 ? m_nGrowBy : std::max<INT_PTR>(4, m_nSize / 2);
-    nGrowBy = std::min(nGrowBy, kMaxSize - m_nMaxSize);
+    nGrowBy = std::min(nGrowBy, MaxSize() - m_nMaxSize);
     Reallocate(std::max(nNeeded, m_nMaxSize + nGrowBy));
 }
 
@@ -333,7 +337,7 @@ void CArray<TYPE, ARG_TYPE>::SetSize(INT_PTR nNewSize, INT_PTR nGrowBy) {
     } else {
         // A first allocation takes the requested size, or the grow-by step
         // when that is larger.
-        if (m_pData == nullptr) Reallocate(std::max(nNewSize, std::min(m_nGrowBy, kMaxSize)));
+        if (m_pData == nullptr) Reallocate(std::max(nNewSize, std::min(m_nGrowBy, MaxSize())));
         Reserve(nNewSize);
         ConstructNew(m_pData + m_nSize, nNewSize - m_nSize);
         m_nSize = nNewSize;
@@ -349,7 +353,7 @@ template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::SetAtGrow(INT_PTR nIndex, ARG_TYPE newElement) {
     if (nIndex < 0) AfxThrowInvalidArgException();
     if (nIndex >= m_nSize) {
-        if (nIndex >= kMaxSize) AfxThrowMemoryException();
+        if (nIndex >= MaxSize()) AfxThrowMemoryException();
         if (nIndex >= m_nMaxSize && Aliases(newElement)) {
             TYPE copy(newElement);
             SetSize(nIndex + 1);
@@ -373,9 +377,9 @@ INT_PTR CArray<TYPE, ARG_TYPE>::Append(const CArray& src) {
     const INT_PTR nOld = m_nSize;
     const INT_PTR nCount = src.m_nSize;  // read before growing: src may be *this
     if (nCount == 0) return nOld;
-    if (nCount > kMaxSize - nOld) AfxThrowMemoryException();
+    if (nCount > MaxSize() - nOld) AfxThrowMemoryException();
     Reserve(nOld + nCount);
-    if constexpr (kTrivial) {
+    if constexpr (Trivial()) {
         std::memcpy(m_pData + nOld, src.m_pData, static_cast<std::size_t>(nCount) * sizeof(TYPE));
         m_nSize += nCount;
     } else {
@@ -396,7 +400,7 @@ void CArray<TYPE, ARG_TYPE>::Copy(const CArray& src) {
         m_pData = Allocate(nCount);
         m_nMaxSize = nCount;
     }
-    if constexpr (kTrivial) {
+    if constexpr (Trivial()) {
         if (nCount > 0) std::memcpy(m_pData, src.m_pData, static_cast<std::size_t>(nCount) * sizeof(TYPE));
         m_nSize = nCount;
     } else {
@@ -429,9 +433,9 @@ void CArray<TYPE, ARG_TYPE>::InsertAt(INT_PTR nIndex, ARG_TYPE newElement, INT_P
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::InsertCopies(INT_PTR nIndex, const TYPE& newElement, INT_PTR nCount) {
     const INT_PTR nOld = m_nSize;
-    if (nCount > kMaxSize - nOld) AfxThrowMemoryException();
+    if (nCount > MaxSize() - nOld) AfxThrowMemoryException();
     SetSize(nOld + nCount);
-    if constexpr (kTrivial) {
+    if constexpr (Trivial()) {
         std::memmove(m_pData + nIndex + nCount, m_pData + nIndex,
                      static_cast<std::size_t>(nOld - nIndex) * sizeof(TYPE));
     } else {
@@ -444,7 +448,7 @@ template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::RemoveAt(INT_PTR nIndex, INT_PTR nCount) {
     if (nIndex < 0 || nCount < 0 || nIndex > m_nSize || nCount > m_nSize - nIndex) AfxThrowInvalidArgException();
     if (nCount == 0) return;
-    if constexpr (kTrivial) {
+    if constexpr (Trivial()) {
         std::memmove(m_pData + nIndex, m_pData + nIndex + nCount,
                      static_cast<std::size_t>(m_nSize - nIndex - nCount) * sizeof(TYPE));
     } else {
@@ -467,7 +471,7 @@ void CArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar) {
     if (nCount > std::numeric_limits<ULONGLONG>::max() / nMinElementBytes)
         AfxThrowArchiveException(CArchiveException::endOfFile);
     ar.CheckCanRead(nCount * nMinElementBytes);
-    if (nCount > static_cast<ULONGLONG>(kMaxSize)) AfxThrowMemoryException();
+    if (nCount > static_cast<ULONGLONG>(MaxSize())) AfxThrowMemoryException();
     SetSize(static_cast<INT_PTR>(nCount));
     SerializeElements<TYPE>(ar, m_pData, m_nSize);
 }

@@ -84,13 +84,13 @@ protected:
 // The record is declared last so that the macro may be followed by ';' or not.
 #define DECLARE_DYNAMIC(class_name)                                                \
 public:                                                                            \
-    static constexpr CRuntimeClass* GetThisClass() noexcept { return &class##class_name; } \
-    CRuntimeClass* GetRuntimeClass() const override { return &class##class_name; } \
-    static CRuntimeClass class##class_name;
+    static constexpr ::CRuntimeClass* GetThisClass() noexcept { return &class##class_name; } \
+    ::CRuntimeClass* GetRuntimeClass() const override { return &class##class_name; } \
+    static ::CRuntimeClass class##class_name;
 
 #define DECLARE_DYNCREATE(class_name) \
     DECLARE_DYNAMIC(class_name)       \
-    static CObject* CreateObject();
+    static ::CObject* CreateObject();
 
 #define DECLARE_SERIAL(class_name) DECLARE_DYNCREATE(class_name)
 
@@ -98,24 +98,24 @@ public:                                                                         
 // refer to each other across translation units and modules in any order; only
 // the name registration runs at dynamic-initialisation time.
 #define ORVHOST_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, wSchema, pfnNew)         \
-    CRuntimeClass class_name::class##class_name = {#class_name,                             \
+    ::CRuntimeClass class_name::class##class_name = {#class_name,                             \
                                                    static_cast<int>(sizeof(class_name)),    \
                                                    (wSchema),                               \
                                                    (pfnNew),                                \
                                                    base_class_name::GetThisClass(),         \
                                                    nullptr};                                \
-    static const CRuntimeClassRegistration orvhostRegistration_##class_name(                \
+    static const ::CRuntimeClassRegistration orvhostRegistration_##class_name(                \
         &class_name::class##class_name);
 
 #define IMPLEMENT_DYNAMIC(class_name, base_class_name) \
     ORVHOST_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, 0xFFFFu, nullptr)
 
 #define IMPLEMENT_DYNCREATE(class_name, base_class_name)               \
-    CObject* class_name::CreateObject() { return new class_name; }      \
+    ::CObject* class_name::CreateObject() { return new class_name; }      \
     ORVHOST_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, 0xFFFFu, \
                                    &class_name::CreateObject)
 
 #define IMPLEMENT_SERIAL(class_name, base_class_name, wSchema)       \
-    CObject* class_name::CreateObject() { return new class_name; }    \
+    ::CObject* class_name::CreateObject() { return new class_name; }    \
     ORVHOST_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, wSchema, \
                                    &class_name::CreateObject)
