@@ -59,8 +59,11 @@ TEST(PtInPolygonEx, NonzeroWindingOnAnyPolygon) {
         // Level with vertices. (0.5,1): D(0,1) is in quadrant 1, A(1,0) in 3: the
         // opposite jump D->A has c = (0-0.5)(0-1) - (1-0.5)(1-1) = 0.5 > 0, +2.
         {diamond, {0.5, 1}, true}, {diamond, {-1, 1}, false}, {diamond, {3, 1}, false},
-        // Both edges jump between quadrants 0 and 2 with c = 0, each counting -2.
-        {kPair, {1, 1}, true}, {kPair, {1, 0}, false}, {Poly({{1, 1}}), {1, 1}, false},
+        // On the edge (0,0)-(2,2) of a clockwise triangle: quadrants 2, 0, 3 from
+        // a start of 3 give -1, then the jump 2 -> 0 with c = -1 + 1 = 0 counts
+        // -2, then -1: w = -4.
+        {Poly({{0, 0}, {2, 2}, {2, 0}}), {1, 1}, true},
+        {kPair, {1, 0}, false}, {Poly({{1, 1}}), {1, 1}, false},
     };
     for (const auto& r : rows) EXPECT_EQ(PtInPolygonEx(r.poly, r.pt), r.in) << r.pt.x << "," << r.pt.y;
     EXPECT_THROW(PtInPolygonEx(CDblPointArray(), {0, 0}), CInvalidArgException);
