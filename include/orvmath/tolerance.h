@@ -192,45 +192,45 @@ struct CDoubleMinEqual {
 
 // Scope guards: set one epsilon for the lifetime of the guard, then reset()
 // it. Not copyable (a copy would reset twice).
-class CEpsilonReserveDouble {
+class ORVMATH_API CEpsilonReserveDouble {
 public:
-    explicit CEpsilonReserveDouble(double eps) noexcept { CDoubleEpsilon::set(eps); }
-    ~CEpsilonReserveDouble() { CDoubleEpsilon::reset(); }
+    explicit CEpsilonReserveDouble(double eps) noexcept;
+    ~CEpsilonReserveDouble();
     CEpsilonReserveDouble(const CEpsilonReserveDouble&) = delete;
     CEpsilonReserveDouble& operator=(const CEpsilonReserveDouble&) noexcept { return *this; }
 };
 
-class CEpsilonReserveDistance {
+class ORVMATH_API CEpsilonReserveDistance {
 public:
-    explicit CEpsilonReserveDistance(double eps) noexcept { CDistanceEpsilon::set(eps); }
-    ~CEpsilonReserveDistance() { CDistanceEpsilon::reset(); }
+    explicit CEpsilonReserveDistance(double eps) noexcept;
+    ~CEpsilonReserveDistance();
     CEpsilonReserveDistance(const CEpsilonReserveDistance&) = delete;
     CEpsilonReserveDistance& operator=(const CEpsilonReserveDistance&) noexcept { return *this; }
 };
 
-class CEpsilonReserveDblPoint {
+class ORVMATH_API CEpsilonReserveDblPoint {
 public:
-    explicit CEpsilonReserveDblPoint(double e) noexcept { CDblPointEpsilon::set(e); }
-    CEpsilonReserveDblPoint(double ex, double ey) noexcept { CDblPointEpsilon::set(ex, ey); }
-    ~CEpsilonReserveDblPoint() { CDblPointEpsilon::reset(); }
+    explicit CEpsilonReserveDblPoint(double e) noexcept;
+    CEpsilonReserveDblPoint(double ex, double ey) noexcept;
+    ~CEpsilonReserveDblPoint();
     CEpsilonReserveDblPoint(const CEpsilonReserveDblPoint&) = delete;
     CEpsilonReserveDblPoint& operator=(const CEpsilonReserveDblPoint&) noexcept { return *this; }
 };
 
-class CEpsilonReserveDblPoint3 {
+class ORVMATH_API CEpsilonReserveDblPoint3 {
 public:
-    explicit CEpsilonReserveDblPoint3(double e) noexcept { CDblPoint3Epsilon::set(e); }
-    CEpsilonReserveDblPoint3(double ex, double ey, double ez) noexcept { CDblPoint3Epsilon::set(ex, ey, ez); }
-    ~CEpsilonReserveDblPoint3() { CDblPoint3Epsilon::reset(); }
+    explicit CEpsilonReserveDblPoint3(double e) noexcept;
+    CEpsilonReserveDblPoint3(double ex, double ey, double ez) noexcept;
+    ~CEpsilonReserveDblPoint3();
     CEpsilonReserveDblPoint3(const CEpsilonReserveDblPoint3&) = delete;
     CEpsilonReserveDblPoint3& operator=(const CEpsilonReserveDblPoint3&) noexcept { return *this; }
 };
 
-class CEpsilonReserveDblRect {
+class ORVMATH_API CEpsilonReserveDblRect {
 public:
-    explicit CEpsilonReserveDblRect(double e) noexcept { CDblRectEpsilon::set(e); }
-    CEpsilonReserveDblRect(double ex, double ey) noexcept { CDblRectEpsilon::set(ex, ey); }
-    ~CEpsilonReserveDblRect() { CDblRectEpsilon::reset(); }
+    explicit CEpsilonReserveDblRect(double e) noexcept;
+    CEpsilonReserveDblRect(double ex, double ey) noexcept;
+    ~CEpsilonReserveDblRect();
     CEpsilonReserveDblRect(const CEpsilonReserveDblRect&) = delete;
     CEpsilonReserveDblRect& operator=(const CEpsilonReserveDblRect&) noexcept { return *this; }
 };

@@ -63,4 +63,20 @@ CDblPoint CDblRectEpsilon::set(double e) noexcept { return set(e, e); }
 CDblPoint CDblRectEpsilon::set(double ex, double ey) noexcept { return SetPair(s_epsilon, s_backup, ex, ey); }
 void CDblRectEpsilon::reset() noexcept { detail::ResetEpsilon(s_epsilon, s_backup); }
 
+CEpsilonReserveDouble::CEpsilonReserveDouble(double eps) noexcept { CDoubleEpsilon::set(eps); }
+CEpsilonReserveDouble::~CEpsilonReserveDouble() { CDoubleEpsilon::reset(); }
+CEpsilonReserveDistance::CEpsilonReserveDistance(double eps) noexcept { CDistanceEpsilon::set(eps); }
+CEpsilonReserveDistance::~CEpsilonReserveDistance() { CDistanceEpsilon::reset(); }
+CEpsilonReserveDblPoint::CEpsilonReserveDblPoint(double e) noexcept { CDblPointEpsilon::set(e); }
+CEpsilonReserveDblPoint::CEpsilonReserveDblPoint(double ex, double ey) noexcept { CDblPointEpsilon::set(ex, ey); }
+CEpsilonReserveDblPoint::~CEpsilonReserveDblPoint() { CDblPointEpsilon::reset(); }
+CEpsilonReserveDblPoint3::CEpsilonReserveDblPoint3(double e) noexcept { CDblPoint3Epsilon::set(e); }
+CEpsilonReserveDblPoint3::CEpsilonReserveDblPoint3(double ex, double ey, double ez) noexcept {
+    CDblPoint3Epsilon::set(ex, ey, ez);
+}
+CEpsilonReserveDblPoint3::~CEpsilonReserveDblPoint3() { CDblPoint3Epsilon::reset(); }
+CEpsilonReserveDblRect::CEpsilonReserveDblRect(double e) noexcept { CDblRectEpsilon::set(e); }
+CEpsilonReserveDblRect::CEpsilonReserveDblRect(double ex, double ey) noexcept { CDblRectEpsilon::set(ex, ey); }
+CEpsilonReserveDblRect::~CEpsilonReserveDblRect() { CDblRectEpsilon::reset(); }
+
 }  // namespace ORVMATH
