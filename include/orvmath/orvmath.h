@@ -20,3 +20,5 @@
 #include <orvmath/complex.h>
 #include <orvmath/linalg.h>
 #include <orvmath/polygon.h>
+#include <orvmath/vector3d.h>
+#include <orvmath/matrix4.h>
