@@ -22,3 +22,4 @@
 #include <orvmath/polygon.h>
 #include <orvmath/vector3d.h>
 #include <orvmath/matrix4.h>
+#include <orvmath/coordsys.h>
