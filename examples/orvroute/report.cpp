@@ -1,0 +1,264 @@
+#include "report.h"
+
+#include <orvmath/angle.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <string>
+
+namespace orvroute {
+
+using ORVMATH::CCriticalPoint;
+using ORVMATH::CDblPoint;
+using ORVMATH::CRoute2;
+
+namespace {
+
+constexpr double kSameMile = 1e-6;  // stations closer than this are one row
+
+std::string Format(const char* fmt, double a) {
+    char buf[64];
+    std::snprintf(buf, sizeof buf, fmt, a);
+    return buf;
+}
+
+const char* TypeName(int type) {
+    switch (type) {
+        case ORVMATH::SEGMENT_LINE: return "line";
+        case ORVMATH::SEGMENT_ARC: return "arc";
+        case ORVMATH::SEGMENT_TRANSITION: return "transition";
+        default: return "?";
+    }
+}
+
+std::vector<double> BoundaryMiles(const CRoute2& route) {
+    std::vector<double> miles{route.GetStartMile()};
+    const int elements = static_cast<int>(route.GetCriticalPoints().GetSize()) - 1;
+    for (int i = 0; i < elements; ++i) miles.push_back(miles.back() + route.GetSegMile(i));
+    return miles;
+}
+
+// Road engineers' names of the point where one element kind meets another.
+std::string BoundaryCode(int from, int to) {
+    using namespace ORVMATH;
+    if (from == SEGMENT_LINE && to == SEGMENT_TRANSITION) return "TS";
+    if (from == SEGMENT_TRANSITION && to == SEGMENT_ARC) return "SC";
+    if (from == SEGMENT_ARC && to == SEGMENT_TRANSITION) return "CS";
+    if (from == SEGMENT_TRANSITION && to == SEGMENT_LINE) return "ST";
+    if (from == SEGMENT_LINE && to == SEGMENT_ARC) return "TC";
+    if (from == SEGMENT_ARC && to == SEGMENT_LINE) return "CT";
+    return "B";
+}
+
+}  // namespace
+
+std::vector<Station> Stationing(const CRoute2& route, double step) {
+    std::vector<Station> stations;
+    if (route.IsNull()) return stations;
+    for (double m : BoundaryMiles(route)) stations.push_back({m, true});
+    const double start = route.GetStartMile(), end = route.GetEndMile();
+    for (double k = std::ceil(start / step - kSameMile); k * step <= end + kSameMile; k += 1.0)
+        stations.push_back({k * step, false});
+    std::sort(stations.begin(), stations.end(), [](const Station& a, const Station& b) { return a.mile < b.mile; });
+    std::vector<Station> merged;
+    for (const Station& s : stations) {
+        if (!merged.empty() && s.mile - merged.back().mile < kSameMile)
+            merged.back().boundary = merged.back().boundary || s.boundary;
+        else
+            merged.push_back(s);
+    }
+    return merged;
+}
+
+void WriteTable(std::ostream& out, const CRoute2& route, double step, double offset, const std::string& title) {
+    char line[200];
+    std::snprintf(line, sizeof line, "# %s: miles %.3f to %.3f (%.3f m of chainage), offset %.3f\n", title.c_str(),
+                  route.GetStartMile(), route.GetEndMile(), route.GetMile(), route.GetOffset() + offset);
+    out << line;
+    std::snprintf(line, sizeof line, "%12s %14s %14s %10s  %-10s %10s\n", "mile", "x", "y", "dir_deg", "element",
+                  "radius");
+    out << line;
+    for (const Station& s : Stationing(route, step)) {
+        CCriticalPoint cp;
+        if (route.GetCriticalPoint(s.mile, cp) < 0) continue;
+        const CDblPoint p = route.GetPoint(s.mile, offset);
+        const bool atEnd = std::fabs(s.mile - route.GetEndMile()) < kSameMile;
+        const std::string radius = cp.radius == -1.0 ? "inf" : Format("%.3f", cp.radius);
+        std::snprintf(line, sizeof line, "%12.3f %14.3f %14.3f %10.4f  %-10s %10s%s\n", s.mile, p.x, p.y,
+                      ORVMATH::NormalizeAng_Rad(cp.angle) * ORVMATH::kRadToDeg, atEnd ? "end" : TypeName(cp.type),
+                      radius.c_str(), s.boundary && !atEnd ? "  <- element begins" : "");
+        out << line;
+    }
+}
+
+// ---------------------------------------------------------------- SVG
+
+namespace {
+
+// World (y up) to picture (y down) at one scale.
+struct View {
+    double minX, maxY, scale, margin, top;
+    double X(const CDblPoint& p) const { return margin + (p.x - minX) * scale; }
+    double Y(const CDblPoint& p) const { return top + margin + (maxY - p.y) * scale; }
+};
+
+double NiceStep(double rough) {
+    const double p = std::pow(10.0, std::floor(std::log10(rough)));
+    for (double f : {1.0, 2.0, 5.0, 10.0})
+        if (f * p >= rough) return f * p;
+    return 10.0 * p;
+}
+
+const char* TypeColour(int type) {
+    switch (type) {
+        case ORVMATH::SEGMENT_ARC: return "#1f6fd1";
+        case ORVMATH::SEGMENT_TRANSITION: return "#e07b00";
+        default: return "#222222";
+    }
+}
+
+std::string Polyline(const View& v, const std::vector<CDblPoint>& pts, const std::string& style) {
+    std::string s = "<polyline fill=\"none\" " + style + " points=\"";
+    char buf[64];
+    for (const CDblPoint& p : pts) {
+        std::snprintf(buf, sizeof buf, "%.2f,%.2f ", v.X(p), v.Y(p));
+        s += buf;
+    }
+    return s + "\"/>\n";
+}
+
+std::string Line(double x1, double y1, double x2, double y2, const std::string& style) {
+    char buf[200];
+    std::snprintf(buf, sizeof buf, "<line x1=\"%.2f\" y1=\"%.2f\" x2=\"%.2f\" y2=\"%.2f\" %s/>\n", x1, y1, x2, y2,
+                  style.c_str());
+    return buf;
+}
+
+std::string Text(double x, double y, const std::string& text, const std::string& style = "") {
+    char buf[100];
+    std::snprintf(buf, sizeof buf, "<text x=\"%.2f\" y=\"%.2f\" %s>", x, y, style.c_str());
+    return buf + text + "</text>\n";
+}
+
+// Text at the point `offset` to the side of the route at `mile`, set off
+// from it outward (away from the route) so that it does not cover the lines.
+std::string Label(const View& v, const CRoute2& route, double mile, double offset, const std::string& text,
+                  const char* colour) {
+    const CDblPoint p = route.GetPoint(mile, offset);
+    const CDblPoint q = route.GetPoint(mile, offset + (offset < 0.0 ? -1.0 : 1.0));  // one metre further out
+    const double dx = v.X(q) - v.X(p), dy = v.Y(q) - v.Y(p), len = std::max(std::hypot(dx, dy), 1e-12);
+    const double ux = dx / len, uy = dy / len;
+    const char* anchor = ux > 0.3 ? "start" : ux < -0.3 ? "end" : "middle";
+    return Text(v.X(p) + 6.0 * ux, v.Y(p) + 6.0 * uy + (uy > 0.3 ? 9.0 : uy < -0.3 ? 0.0 : 4.0), text,
+                std::string("fill=\"") + colour + "\" text-anchor=\"" + anchor + "\"");
+}
+
+// Points every `step` or less from mile a to b at the given offset.
+std::vector<CDblPoint> Sample(const CRoute2& route, double a, double b, double offset, double step) {
+    const int n = std::max(1, static_cast<int>(std::ceil((b - a) / step)));
+    std::vector<CDblPoint> pts;
+    for (int k = 0; k <= n; ++k) pts.push_back(route.GetPoint(a + (b - a) * k / n, offset));
+    return pts;
+}
+
+}  // namespace
+
+void WriteSvg(std::ostream& out, const CRoute2& route, const std::vector<double>& offsets, const std::string& title) {
+    const std::vector<double> bounds = BoundaryMiles(route);
+    const double chainage = route.GetMile();
+    const double sampleStep = std::max(0.5, chainage / 2000.0);
+
+    // Extent of everything drawn.
+    double maxOffset = 0.0;
+    for (double d : offsets) maxOffset = std::max(maxOffset, std::fabs(d));
+    std::vector<CDblPoint> all = Sample(route, route.GetStartMile(), route.GetEndMile(), 0.0, sampleStep);
+    for (double d : offsets) {
+        const std::vector<CDblPoint> side = Sample(route, route.GetStartMile(), route.GetEndMile(), d, sampleStep);
+        all.insert(all.end(), side.begin(), side.end());
+    }
+    double minX = all[0].x, maxX = minX, minY = all[0].y, maxY = minY;
+    for (const CDblPoint& p : all) {
+        minX = std::min(minX, p.x), maxX = std::max(maxX, p.x);
+        minY = std::min(minY, p.y), maxY = std::max(maxY, p.y);
+    }
+    const double margin = 120.0, top = 30.0, maxW = 1000.0, maxH = 1000.0, panel = 250.0;
+    const double w = std::max(maxX - minX, 1.0), h = std::max(maxY - minY, 1.0);
+    const double scale = std::min((maxW - 2 * margin) / w, (maxH - 2 * margin) / h);
+    const View v{minX, maxY, scale, margin, top};
+    const double drawW = w * scale + 2 * margin;
+    const double width = drawW + panel, height = std::max(h * scale + 2 * margin + top, 360.0);
+
+    char buf[300];
+    std::snprintf(buf, sizeof buf,
+                  "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%.0f\" height=\"%.0f\" viewBox=\"0 0 %.0f %.0f\" "
+                  "font-family=\"sans-serif\" font-size=\"11\">\n",
+                  width, height, width, height);
+    out << buf << "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
+    out << "<title>" << title << "</title>\n";
+
+    // Offset lines, then the centre line coloured per element.
+    std::string offsetList;
+    for (double d : offsets) {
+        out << Polyline(v, Sample(route, route.GetStartMile(), route.GetEndMile(), d, sampleStep),
+                        "stroke=\"#8a8a8a\" stroke-width=\"1\" stroke-dasharray=\"6 3\"");
+        offsetList += (offsetList.empty() ? "" : ", ") + Format("%+g", d);
+    }
+    const ORVMATH::CCriticalPointArray& pts = route.GetCriticalPoints();
+    for (std::size_t i = 0; i + 1 < bounds.size(); ++i)
+        out << Polyline(v, Sample(route, bounds[i], bounds[i + 1], 0.0, sampleStep),
+                        std::string("stroke=\"") + TypeColour(pts[static_cast<INT_PTR>(i)].type) +
+                            "\" stroke-width=\"2.5\"");
+
+    // Mile ticks on the right of the centre line, labelled every fifth.
+    const double tickStep = NiceStep(chainage / 30.0);
+    const double tickLen = 6.0 / scale;
+    for (double k = std::ceil(route.GetStartMile() / tickStep - 1e-9); k * tickStep <= route.GetEndMile() + 1e-9;
+         k += 1.0) {
+        const double m = k * tickStep;
+        const bool major = std::llround(k) % 5 == 0;
+        const CDblPoint a = route.GetPoint(m, 0.0), b = route.GetPoint(m, -(major ? 2.0 : 1.0) * tickLen);
+        out << Line(v.X(a), v.Y(a), v.X(b), v.Y(b), "stroke=\"#444\" stroke-width=\"1\"");
+        if (major) out << Label(v, route, m, -(maxOffset + 2.5 * tickLen), Format("%.0f", m), "#444");
+    }
+
+    // Element boundaries: a red bar across all lines, with its code and mile.
+    const double across = maxOffset + 12.0 / scale;
+    for (std::size_t i = 0; i < bounds.size(); ++i) {
+        const CDblPoint a = route.GetPoint(bounds[i], across), b = route.GetPoint(bounds[i], -across);
+        out << Line(v.X(a), v.Y(a), v.X(b), v.Y(b), "stroke=\"#c0143c\" stroke-width=\"1.5\"");
+        std::string code = i == 0 ? "start" : i + 1 == bounds.size() ? "end" : "";
+        if (code.empty()) code = BoundaryCode(pts[static_cast<INT_PTR>(i - 1)].type, pts[static_cast<INT_PTR>(i)].type);
+        out << Label(v, route, bounds[i], across, code + " " + Format("%.3f", bounds[i]), "#c0143c");
+    }
+
+    // Title, then the legend and a scale bar in the panel on the right.
+    out << Text(20, 26, title, "font-size=\"15\" font-weight=\"bold\"");
+    out << Text(20, 42,
+                Format("chainage %.3f m", chainage) + Format(" from mile %.3f", route.GetStartMile()) +
+                    Format(" to %.3f", route.GetEndMile()) + "; +y is up",
+                "fill=\"#444\"");
+    const double lx = drawW;
+    double ly = top + 20.0;
+    out << Text(lx, ly, "Legend", "font-weight=\"bold\"");
+    auto key = [&](const std::string& style, const std::string& label) {
+        ly += 20.0;
+        out << Line(lx, ly - 4, lx + 28, ly - 4, style) << Text(lx + 36, ly, label);
+    };
+    key("stroke=\"#222222\" stroke-width=\"2.5\"", "straight");
+    key("stroke=\"#e07b00\" stroke-width=\"2.5\"", "transition (clothoid)");
+    key("stroke=\"#1f6fd1\" stroke-width=\"2.5\"", "circular arc");
+    if (!offsets.empty()) key("stroke=\"#8a8a8a\" stroke-dasharray=\"6 3\"", "offsets " + offsetList + " m (+ left)");
+    key("stroke=\"#c0143c\" stroke-width=\"1.5\"", "element boundary, mile");
+    key("stroke=\"#444\"", "mile tick every " + Format("%g", tickStep) + " m");
+    ly += 14.0;
+    out << Text(lx, ly + 4, "TS SC CS ST: tangent-spiral,", "fill=\"#444\"");
+    out << Text(lx, ly + 18, "spiral-curve, curve-spiral, spiral-tangent", "fill=\"#444\"");
+    const double bar = NiceStep(150.0 / scale);
+    ly += 50.0;
+    out << Line(lx, ly, lx + bar * scale, ly, "stroke=\"black\" stroke-width=\"3\"");
+    out << Text(lx, ly - 6, "0") << Text(lx + bar * scale, ly - 6, Format("%g m", bar), "text-anchor=\"end\"");
+    out << "</svg>\n";
+}
+
+}  // namespace orvroute

@@ -1,0 +1,214 @@
+#include "route_csv.h"
+
+#include <orvmath/angle.h>
+
+#include <cctype>
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <iomanip>
+#include <ostream>
+#include <sstream>
+
+namespace orvroute {
+
+using ORVMATH::CCriticalPoint;
+using ORVMATH::SegmentType;
+
+namespace {
+
+constexpr double kDegToRad = ORVMATH::kPi / 180.0;
+
+const std::vector<std::string> kHeaderHead = {"start_mile", "offset"};
+const std::vector<std::string> kHeaderPoints = {"type", "x", "y", "angle_deg", "radius", "spiralA", "endRadius"};
+enum PointColumn { kType, kX, kY, kAngle, kRadius, kSpiralA, kEndRadius };
+
+std::string Trim(const std::string& s) {
+    const char* ws = " \t\r\n";
+    const std::size_t b = s.find_first_not_of(ws);
+    if (b == std::string::npos) return std::string();
+    return s.substr(b, s.find_last_not_of(ws) - b + 1);
+}
+
+std::string Lower(std::string s) {
+    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return s;
+}
+
+std::vector<std::string> SplitFields(const std::string& line) {
+    std::vector<std::string> fields;
+    std::string field;
+    std::istringstream in(line);
+    while (std::getline(in, field, ',')) fields.push_back(Trim(field));
+    if (!line.empty() && line.back() == ',') fields.emplace_back();  // a trailing empty cell
+    return fields;
+}
+
+std::string Join(const std::vector<std::string>& names) {
+    std::string s;
+    for (const std::string& n : names) s += (s.empty() ? "" : ",") + n;
+    return s;
+}
+
+// The rows of one section of the file, with their source line numbers.
+class Reader {
+public:
+    Reader(std::istream& in, const std::string& source) : in_(in), source_(source) {}
+
+    // The next line that is not blank or a comment; false at the end.
+    bool Next(std::vector<std::string>& fields) {
+        std::string text;
+        while (std::getline(in_, text)) {
+            ++line_;
+            const std::string t = Trim(text);
+            if (t.empty() || t[0] == '#') continue;
+            fields = SplitFields(t);
+            return true;
+        }
+        if (in_.bad()) Fail("read error");
+        ++line_;  // errors at the end point past the last line
+        return false;
+    }
+
+    [[noreturn]] void Fail(const std::string& message) const { throw RouteCsvError(source_, line_, 0, message); }
+    // A fault in field `col` (0-based) of a row laid out as `names`.
+    [[noreturn]] void Fail(const std::vector<std::string>& names, std::size_t col, const std::string& problem) const {
+        const std::string name = col < names.size() ? " (" + names[col] + ")" : "";
+        throw RouteCsvError(source_, line_, static_cast<int>(col) + 1,
+                            "column " + std::to_string(col + 1) + name + ": " + problem);
+    }
+
+    void ExpectHeader(const std::vector<std::string>& names) {
+        std::vector<std::string> fields;
+        if (!Next(fields)) Fail("missing the header '" + Join(names) + "'");
+        bool same = fields.size() == names.size();
+        for (std::size_t i = 0; same && i < names.size(); ++i) same = Lower(fields[i]) == Lower(names[i]);
+        if (!same) Fail("expected the header '" + Join(names) + "'");
+    }
+
+    // Checks the field count of a data row against the header.
+    void CheckColumns(const std::vector<std::string>& fields, const std::vector<std::string>& names) const {
+        if (fields.size() < names.size()) Fail(names, fields.size(), "missing");
+        if (fields.size() > names.size())
+            Fail(names, names.size(), "unexpected extra column (the header has " + std::to_string(names.size()) + ")");
+    }
+
+    // Field `col` (0-based) as a finite number; an empty field gives `fallback`
+    // when one is allowed.
+    double Number(const std::vector<std::string>& fields, const std::vector<std::string>& names, int col,
+                  const double* fallback = nullptr) const {
+        const std::string& text = fields[col];
+        if (text.empty()) {
+            if (fallback) return *fallback;
+            Fail(names, col, "missing value");
+        }
+        errno = 0;
+        char* end = nullptr;
+        const double v = std::strtod(text.c_str(), &end);
+        if (end != text.c_str() + text.size()) Fail(names, col, "'" + text + "' is not a number");
+        if (!std::isfinite(v) || errno == ERANGE) Fail(names, col, "'" + text + "' is not a finite number");
+        return v;
+    }
+
+    int line() const { return line_; }
+
+private:
+    std::istream& in_;
+    std::string source_;
+    int line_ = 0;
+};
+
+SegmentType ParseType(const Reader& r, const std::string& text) {
+    const std::string t = Lower(text);
+    if (t == "0" || t == "line") return ORVMATH::SEGMENT_LINE;
+    if (t == "1" || t == "arc") return ORVMATH::SEGMENT_ARC;
+    if (t == "2" || t == "transition") return ORVMATH::SEGMENT_TRANSITION;
+    r.Fail(kHeaderPoints, kType, "unknown element type '" + text + "' (use line, arc, transition or 0, 1, 2)");
+}
+
+bool IsRadius(double r) { return r == -1.0 || r > 0.0; }
+
+CCriticalPoint ParsePoint(const Reader& r, const std::vector<std::string>& f) {
+    const std::vector<std::string>& names = kHeaderPoints;
+    r.CheckColumns(f, names);
+    const double none = 0.0;
+    CCriticalPoint p(ParseType(r, f[kType]), ORVMATH::CDblPoint(r.Number(f, names, kX), r.Number(f, names, kY)),
+                     r.Number(f, names, kAngle) * kDegToRad, r.Number(f, names, kRadius),
+                     r.Number(f, names, kSpiralA, &none), r.Number(f, names, kEndRadius, &none));
+    if (!IsRadius(p.radius)) r.Fail(names, kRadius, "must be -1 (infinite) or positive");
+    if (p.type == ORVMATH::SEGMENT_ARC && p.radius <= 0.0) r.Fail(names, kRadius, "an arc needs a positive radius");
+    if (p.endRadius != 0.0 && !IsRadius(p.endRadius))
+        r.Fail(names, kEndRadius, "must be empty or 0 (the next point's radius), -1 or positive");
+    if (p.type == ORVMATH::SEGMENT_TRANSITION) {
+        if (f[kSpiralA].empty()) r.Fail(names, kSpiralA, "a transition needs its parameter A");
+        if (!(p.spiralA > 0.0)) r.Fail(names, kSpiralA, "must be positive");
+    }
+    return p;
+}
+
+}  // namespace
+
+RouteCsvError::RouteCsvError(const std::string& source, int line, int column, const std::string& message)
+    : std::runtime_error(source + ":" + std::to_string(line) + ": " + message),
+      line_(line),
+      column_(column) {}
+
+RouteFile ParseRouteCsv(std::istream& in, const std::string& source) {
+    Reader r(in, source);
+    RouteFile file;
+    std::vector<std::string> f;
+
+    r.ExpectHeader(kHeaderHead);
+    if (!r.Next(f)) r.Fail("missing the line of start_mile and offset");
+    r.CheckColumns(f, kHeaderHead);
+    file.startMile = r.Number(f, kHeaderHead, 0);
+    file.offset = r.Number(f, kHeaderHead, 1);
+
+    r.ExpectHeader(kHeaderPoints);
+    while (r.Next(f)) {
+        file.points.Add(ParsePoint(r, f));
+        file.pointLines.push_back(r.line());
+    }
+    const INT_PTR n = file.points.GetSize();
+    if (n < 2) r.Fail("a route needs at least two critical points, found " + std::to_string(n));
+
+    // A transition must change the radius, or it would span no chainage.
+    for (INT_PTR i = 0; i + 1 < n; ++i) {
+        const CCriticalPoint& p = file.points[i];
+        if (p.type != ORVMATH::SEGMENT_TRANSITION) continue;
+        const double far = p.endRadius != 0.0 ? p.endRadius : file.points[i + 1].radius;
+        if (far == p.radius)
+            throw RouteCsvError(source, file.pointLines[i], kRadius + 1,
+                                "column 5 (radius): a transition needs different radii at its ends (the far one "
+                                "is its endRadius, or the next point's radius)");
+    }
+    return file;
+}
+
+RouteFile ReadRouteCsv(const std::string& path) {
+    std::ifstream in(path);
+    if (!in) throw RouteCsvError(path, 0, 0, "cannot open the file for reading");
+    return ParseRouteCsv(in, path);
+}
+
+void WriteRouteCsv(std::ostream& out, const ORVMATH::CRoute2& route) {
+    static const char* const kTypeNames[] = {"line", "arc", "transition"};
+    out << std::setprecision(15);
+    out << Join(kHeaderHead) << '\n' << route.GetStartMile() << ',' << route.GetOffset() << '\n';
+    out << Join(kHeaderPoints) << '\n';
+    for (const CCriticalPoint& p : route.GetCriticalPoints()) {
+        const bool known = p.type >= ORVMATH::SEGMENT_LINE && p.type <= ORVMATH::SEGMENT_TRANSITION;
+        if (known)
+            out << kTypeNames[p.type];
+        else
+            out << static_cast<int>(p.type);
+        out << ',' << p.pt.x << ',' << p.pt.y << ',' << p.angle / kDegToRad << ',' << p.radius << ',';
+        if (p.type == ORVMATH::SEGMENT_TRANSITION) out << p.spiralA;
+        out << ',';
+        if (p.endRadius != 0.0) out << p.endRadius;
+        out << '\n';
+    }
+}
+
+}  // namespace orvroute
