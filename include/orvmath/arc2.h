@@ -19,6 +19,7 @@
 // Name(...) const returns an edited copy (derived with ORVMATH_COPYING_FORM).
 #pragma once
 
+#include <orvmath/circle2.h>
 #include <orvmath/containers.h>
 #include <orvmath/export.h>
 #include <orvmath/line2.h>
@@ -29,9 +30,7 @@
 
 namespace ORVMATH {
 
-class CCircle2;
-
-class ORVMATH_API CArc2 {
+class ORVMATH_API CArc2 : public detail::CentredMoves<CArc2> {
 public:
     CDblPoint centre;
     double radius = 0.0;
@@ -73,9 +72,7 @@ public:
     bool IsPointOnArc(const CDblPoint& p, double tolerance) const noexcept;
 
     // ---- placement: Self forms change the arc, plain forms copy ----
-    CArc2& SelfMove(double dx, double dy) noexcept { centre.Offset(dx, dy); return *this; }
-    CArc2& SelfMove(const CDblSize& d) noexcept { return SelfMove(d.cx, d.cy); }
-    CArc2& SelfMove(const CDblPoint& from, const CDblPoint& to) noexcept { return SelfMove(to.x - from.x, to.y - from.y); }
+    // SelfMove(dx, dy), SelfMove(size), SelfMove(from, to): see detail::CentredMoves.
     // Rotation about c by angle radians, counter-clockwise positive.
     CArc2& SelfRotate(const CDblPoint& c, double angle) noexcept;
     // Reflection in the infinite line p1p2; the sweep changes sign (the arc

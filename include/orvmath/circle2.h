@@ -20,7 +20,27 @@ namespace ORVMATH {
 
 class CArc2;
 
-class ORVMATH_API CCircle2 {
+namespace detail {
+
+// The translations of the curves placed by a centre (CCircle2, CArc2): they
+// move the centre only.
+template <class Curve>
+class CentredMoves {
+public:
+    Curve& SelfMove(double dx, double dy) noexcept {
+        Curve& self = static_cast<Curve&>(*this);
+        self.centre.Offset(dx, dy);
+        return self;
+    }
+    Curve& SelfMove(const CDblSize& d) noexcept { return SelfMove(d.cx, d.cy); }
+    Curve& SelfMove(const CDblPoint& from, const CDblPoint& to) noexcept {
+        return SelfMove(to.x - from.x, to.y - from.y);
+    }
+};
+
+}  // namespace detail
+
+class ORVMATH_API CCircle2 : public detail::CentredMoves<CCircle2> {
 public:
     CDblPoint centre;
     double radius = 0.0;
@@ -47,11 +67,7 @@ public:
     }
 
     // ---- placement: Self forms change the circle, plain forms copy ----
-    CCircle2& SelfMove(double dx, double dy) noexcept { centre.Offset(dx, dy); return *this; }
-    CCircle2& SelfMove(const CDblSize& d) noexcept { return SelfMove(d.cx, d.cy); }
-    CCircle2& SelfMove(const CDblPoint& from, const CDblPoint& to) noexcept {
-        return SelfMove(to.x - from.x, to.y - from.y);
-    }
+    // SelfMove(dx, dy), SelfMove(size), SelfMove(from, to): see detail::CentredMoves.
     // Rotation of the centre about c by angle radians, counter-clockwise positive.
     CCircle2& SelfRotate(const CDblPoint& c, double angle) noexcept;
     // Reflection of the centre in the infinite line p1p2 (in the point p1 when

@@ -202,10 +202,6 @@ public:
     CLine2 ChamferEndEnd(CLine2& other, double dx, double dy);
     CLine2 ChamferEndStart(CLine2& other, double dx, double dy);
     CLine2 ChamferStartEnd(CLine2& other, double dx, double dy);
-
-private:
-    CLine2& TrimEndTo(const CDblPointArray& points) noexcept;
-    CLine2& TrimStartTo(const CDblPointArray& points) noexcept;
 };
 
 // Do the two segments run in the same direction? Works on the differences

@@ -39,7 +39,6 @@ double CArc2::TangentAngle(double t) const noexcept {
 }
 
 bool CArc2::ContainsAngle(double angle) const noexcept {
-    if (std::fabs(sweepAngle) >= k2Pi) return true;
     if (IsCounterClockwise()) return CcwTurn(startAngle, angle) <= sweepAngle;
     return CcwTurn(angle, startAngle) <= -sweepAngle;
 }

@@ -30,6 +30,34 @@ CDblPoint Along(const CDblPoint& p, const CDblPoint& u, double d) noexcept {
 
 bool InUnitRange(double t) noexcept { return t >= 0.0 && t <= 1.0; }
 
+// Which of the intersection points a trim moves the end (or the start) to;
+// -1 when there is none. Points within the segment win; of two such, the one
+// nearer the moving end. Of two outside, the end goes to the larger |t|, the
+// start to the smaller.
+int TrimPointIndex(const CLine2& l, const CDblPointArray& points, bool atEnd) noexcept {
+    if (points.GetSize() < 2) return static_cast<int>(points.GetSize()) - 1;
+    const double t0 = ProjectOnLine(points.GetData()[0], l.start, l.end);
+    const double t1 = ProjectOnLine(points.GetData()[1], l.start, l.end);
+    const bool in0 = InUnitRange(t0), in1 = InUnitRange(t1);
+    if (atEnd) {
+        if (in0) return in1 && t0 <= t1 ? 1 : 0;
+        return in1 || std::fabs(t0) <= std::fabs(t1) ? 1 : 0;
+    }
+    if (in0 && in1) return t0 < t1 ? 0 : 1;
+    if (in0 || in1) return in0 ? 0 : 1;
+    return std::fabs(t1) > std::fabs(t0) ? 0 : 1;
+}
+
+// Moves one end (`which`) to the chosen intersection of the infinite line with the arc or circle.
+template <class Curve>
+CLine2& TrimToCurve(CLine2& l, const Curve& curve, CDblPoint CLine2::*which) {
+    CDblPointArray points;
+    l.Intersection(curve, points, true);
+    const int i = TrimPointIndex(l, points, which == &CLine2::end);
+    if (i >= 0) l.*which = points.GetData()[i];
+    return l;
+}
+
 CDblPoint Reflected(const CDblPoint& a, const CDblPoint& b, const CDblPoint& p) noexcept {
     CDblPoint out;
     MirrorPoint(a, b, p, out);
@@ -244,70 +272,10 @@ CLine2& CLine2::ExTrimStart(const CLine2& other) noexcept {
     return *this;
 }
 
-CLine2& CLine2::TrimEndTo(const CDblPointArray& points) noexcept {
-    const INT_PTR n = points.GetSize();
-    if (n == 0) return *this;
-    if (n == 1) {
-        end = points.GetData()[0];
-        return *this;
-    }
-    const double t0 = ProjectOnLine(points.GetData()[0], start, end);
-    const double t1 = ProjectOnLine(points.GetData()[1], start, end);
-    int pick;
-    if (InUnitRange(t0))
-        pick = InUnitRange(t1) && t0 <= t1 ? 1 : 0;
-    else if (InUnitRange(t1))
-        pick = 1;
-    else
-        pick = std::fabs(t0) > std::fabs(t1) ? 0 : 1;
-    end = points.GetData()[pick];
-    return *this;
-}
-
-CLine2& CLine2::TrimStartTo(const CDblPointArray& points) noexcept {
-    const INT_PTR n = points.GetSize();
-    if (n == 0) return *this;
-    if (n == 1) {
-        start = points.GetData()[0];
-        return *this;
-    }
-    const double t0 = ProjectOnLine(points.GetData()[0], start, end);
-    const double t1 = ProjectOnLine(points.GetData()[1], start, end);
-    const bool in0 = InUnitRange(t0), in1 = InUnitRange(t1);
-    int pick;
-    if (in0 && in1)
-        pick = t0 < t1 ? 0 : 1;
-    else if (in0 || in1)
-        pick = in0 ? 0 : 1;
-    else
-        pick = std::fabs(t1) > std::fabs(t0) ? 0 : 1;
-    start = points.GetData()[pick];
-    return *this;
-}
-
-CLine2& CLine2::ExTrimEnd(const CArc2& arc) {
-    CDblPointArray points;
-    Intersection(arc, points, true);
-    return TrimEndTo(points);
-}
-
-CLine2& CLine2::ExTrimEnd(const CCircle2& circle) {
-    CDblPointArray points;
-    Intersection(circle, points, true);
-    return TrimEndTo(points);
-}
-
-CLine2& CLine2::ExTrimStart(const CArc2& arc) {
-    CDblPointArray points;
-    Intersection(arc, points, true);
-    return TrimStartTo(points);
-}
-
-CLine2& CLine2::ExTrimStart(const CCircle2& circle) {
-    CDblPointArray points;
-    Intersection(circle, points, true);
-    return TrimStartTo(points);
-}
+CLine2& CLine2::ExTrimEnd(const CArc2& arc) { return TrimToCurve(*this, arc, &CLine2::end); }
+CLine2& CLine2::ExTrimEnd(const CCircle2& circle) { return TrimToCurve(*this, circle, &CLine2::end); }
+CLine2& CLine2::ExTrimStart(const CArc2& arc) { return TrimToCurve(*this, arc, &CLine2::start); }
+CLine2& CLine2::ExTrimStart(const CCircle2& circle) { return TrimToCurve(*this, circle, &CLine2::start); }
 
 CLine2& CLine2::ExTrimEndX(double x) noexcept {
     end = CDblPoint(x, Y(x));

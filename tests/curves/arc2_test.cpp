@@ -102,6 +102,10 @@ TEST(CArc2, IntersectionsAcrossPlusMinus180) {
     }
     both.Intersection(right, out);
     EXPECT_EQ(out.GetSize(), 2);
+    CArc2 raw = upper;  // a start written directly, a turn out of range
+    raw.startAngle += 2 * kPi;
+    raw.Intersection(circle, out);
+    EXPECT_TRUE(out.GetSize() == 1 && Has(out, -1.6, 1.2));
 }
 
 TEST(CArc2, MirrorReversesTheTurningSense) {

@@ -133,6 +133,7 @@ TEST(CLine2, IsOverlappedGivesTheCommonPartInThisDirection) {
         {CLine2(3, 0, 6, 0), true, 3, 4},       {CLine2(6, 0, 3, 0), true, 3, 4},
         {CLine2(-1, 0, 5, 0), true, 0, 4},      {CLine2(1, 0.005, 2, 0.005), true, 1, 2},
         {CLine2(4, 0, 6, 0), false, 0, 0},      // touching at an end only
+        {CLine2(0, 0, -2, 0), false, 0, 0},
         {CLine2(1, 0.02, 2, 0.02), false, 0, 0},
         {CLine2(1, 0, 2, 0.01), false, 0, 0},   // not parallel
     };
