@@ -35,29 +35,25 @@ void Solve(std::vector<double> a, std::vector<double> b = {0, 0}) {
     gaussj(A.m, static_cast<int>(n), B.m, 1);
 }
 
+std::vector<double> V(const double* p, int n) { return std::vector<double>(p, p + n); }
+
 }  // namespace
 
-TEST(RangedAlloc, EveryIndexOfTheRangeAndTheSpareAreInsideTheBlock) {
-    // ASan reports any access outside the block and a free at a wrong address.
-    for (auto [nl, nh] : {std::pair<long, long>{1, 3}, {0, 0}, {-2, 2}, {5, 7}, {1, 0}}) {
-        double* v = dvector(nl, nh);
-        int* iv = ivector(nl, nh);
-        for (long i = nl - 1; i <= nh; ++i) v[i] = iv[i] = static_cast<int>(i);
-        for (long i = nl - 1; i <= nh; ++i) EXPECT_EQ(v[i], iv[i]);
-        free_dvector(v, nl, nh);
-        free_ivector(iv, nl, nh);
+TEST(RangedAlloc, RangesSpareAndContiguousRows) {
+    // ASan reports any access outside a block and a free at a wrong address.
+    for (auto [lo, hi] : {std::pair<long, long>{1, 3}, {0, 0}, {-2, 2}, {5, 7}, {1, 0}}) {
+        double* v = dvector(lo, hi);
+        int* iv = ivector(lo, hi);
+        for (long i = lo - 1; i <= hi; ++i) v[i] = iv[i] = static_cast<int>(i);  // lo - 1: the spare
+        for (long i = lo - 1; i <= hi; ++i) EXPECT_EQ(v[i], iv[i]);
+        free_dvector(v, lo, hi);
+        free_ivector(iv, lo, hi);
+        double** w = dmatrix(lo, lo + 2, hi, hi + 1);  // 3 x 2, rows back to back
+        for (long r = lo; r <= lo + 2; ++r) w[r][hi] = w[r][hi + 1] = 1.0;
+        EXPECT_EQ(&w[lo + 1][hi], &w[lo][hi + 1] + 1);
+        EXPECT_EQ(&w[lo + 2][hi + 1], &w[lo][hi] + 5);
+        free_dmatrix(w, lo, lo + 2, hi, hi + 1);
     }
-}
-
-TEST(RangedAlloc, MatrixRowsAreContiguous) {
-    double** m = dmatrix(1, 2, 1, 3);
-    EXPECT_EQ(&m[2][1], &m[1][3] + 1);
-    free_dmatrix(m, 1, 2, 1, 3);
-    m = dmatrix(4, 6, 3, 4);  // both ranges start beyond the spare
-    for (long i = 4; i <= 6; ++i)
-        for (long j = 3; j <= 4; ++j) m[i][j] = 1.0;
-    EXPECT_EQ(&m[6][3], &m[4][3] + 4);
-    free_dmatrix(m, 4, 6, 3, 4);
 }
 
 TEST(NrError, FatalReportsEndTheProcessWithStatusOne) {
@@ -72,9 +68,8 @@ TEST(NrError, FatalReportsEndTheProcessWithStatusOne) {
 TEST(Gaussj, InvertsAndSolvesKnownSystems) {
     Mat a(2, 2, {2, 0, 0, 4}), b(2, 1, {2, 8});
     gaussj(a.m, 2, b.m, 1);
-    EXPECT_EQ(std::vector<double>({a.m[1][1], a.m[1][2], a.m[2][1], a.m[2][2]}), std::vector<double>({0.5, 0, 0, 0.25}));
-    EXPECT_EQ(b.m[1][1], 1.0);
-    EXPECT_EQ(b.m[2][1], 2.0);
+    EXPECT_EQ(V(&a.m[1][1], 4), std::vector<double>({0.5, 0, 0, 0.25}));  // rows are contiguous
+    EXPECT_EQ(V(&b.m[1][1], 2), std::vector<double>({1, 2}));
     // det = 1(0 - 24) - 2(0 - 20) + 3(0 - 5) = 1, so the inverse is the integer
     // adjugate; b = A (1, 2, 3). Pivots move across rows and columns.
     Mat c(3, 3, {1, 2, 3, 0, 1, 4, 5, 6, 0}), d(3, 1, {14, 14, 17});
@@ -94,31 +89,28 @@ TEST(Gaussj, RandomSystemMultipliesBack) {
     for (int i = 0; i < n * m; ++i) b0[i] = b.m[1 + i / m][1 + i % m] = u(gen);
     gaussj(a.m, n, b.m, m);
     for (int i = 1; i <= n; ++i) {
-        for (int j = 1; j <= n; ++j) {
-            double s = 0;  // (A0 * A^-1)(i, j) must be the identity
-            for (int k = 1; k <= n; ++k) s += a0[(i - 1) * n + k - 1] * a.m[k][j];
-            EXPECT_NEAR(s, i == j ? 1.0 : 0.0, 1e-10);
-        }
-        for (int j = 1; j <= m; ++j) {
-            double s = 0;  // (A0 * x)(i, j) must give b back
-            for (int k = 1; k <= n; ++k) s += a0[(i - 1) * n + k - 1] * b.m[k][j];
-            EXPECT_NEAR(s, b0[(i - 1) * m + j - 1], 1e-10);
+        for (int j = 1; j <= n + m; ++j) {  // A0 * [A^-1 | x] must give [I | b]
+            double s = 0;
+            for (int k = 1; k <= n; ++k) s += a0[(i - 1) * n + k - 1] * (j <= n ? a.m[k][j] : b.m[k][j - n]);
+            EXPECT_NEAR(s, j <= n ? (i == j ? 1.0 : 0.0) : b0[(i - 1) * m + j - n - 1], 1e-10);
         }
     }
 }
 
 TEST(Gaussj, EqualPivotCandidatesTakeTheLastOne) {
-    // Both 49s of column 1 tie; the pivot row is swapped to row 1 and the other
-    // row's second element d becomes d - fl(49 * fl(1/49) * e), e the pivot
-    // row's second element. 49 * fl(1/49) rounds to u = 1 - 2^-53, so with the
-    // (1, u) split that is exactly 0 only when the pivot row holds e = 1 and
-    // d = u: the later row must be the pivot row.
+    // Column 1 holds two equal 49s. Pivoting on one row reduces the other row's
+    // second element d by fl(fl(e * fl(1/49)) * 49), e the pivot row's second
+    // element; for e = 1 that is fl(49 * fl(1/49)) = u = 1 - 2^-53. So rows
+    // (49, 1), (49, u) reach an exact 0 pivot only if the first row is taken.
     const double u = 1.0 - 0x1p-53;
     EXPECT_EXIT((Solve({49, 1, 49, u}), std::exit(0)), ::testing::ExitedWithCode(0), "");
     ExpectFatal([u] { Solve({49, u, 49, 1}); }, kSingular2);
     // A zero candidate still qualifies (>= against a start of 0.0).
     ExpectFatal([] { Solve({1, 2, 2, 4}); }, kSingular2);
     ExpectFatal([] { Solve({0, 1, 0, 2}); }, kSingular2);
+    // n < 1: any access to a or b would crash, an allocation report exit with 1.
+    EXPECT_EXIT((gaussj(nullptr, 0, nullptr, 0), gaussj(nullptr, -3, nullptr, 2), std::exit(0)),
+                ::testing::ExitedWithCode(0), "");
 }
 
 TEST(Gaussj, NanBlockReusesTheLastPivotAndReportsSingular1) {
@@ -126,43 +118,33 @@ TEST(Gaussj, NanBlockReusesTheLastPivotAndReportsSingular1) {
     ExpectFatal([q] { Solve({1, 0, 0, 0, q, q, 0, q, q}, {0, 0, 0}); }, "gaussj: Singular Matrix-1");
 }
 
-TEST(Gaussj, EmptySystemTouchesNothing) {
-    // Any access to a or b would crash; an allocation report would exit with 1.
-    EXPECT_EXIT((gaussj(nullptr, 0, nullptr, 0), gaussj(nullptr, -3, nullptr, 2), std::exit(0)),
-                ::testing::ExitedWithCode(0), "");
-}
-
 TEST(FlatKernels, MulMatAndLMInvert) {
     double A[6] = {1, 2, 3, 4, 5, 6}, B[6] = {7, 8, 9, 10, 11, 12}, C[4] = {9, 9, 9, 9};
+    MulMat(0, 3, 2, A, B, C);  // writes nothing
+    EXPECT_EQ(V(C, 4), std::vector<double>(4, 9.0));
     MulMat(2, 3, 2, A, B, C);  // (1*7 + 2*9 + 3*11, 1*8 + 2*10 + 3*12; 4*7 + 5*9 + 6*11, 4*8 + 5*10 + 6*12)
-    EXPECT_EQ(std::vector<double>(C, C + 4), std::vector<double>({58, 64, 139, 154}));
+    EXPECT_EQ(V(C, 4), std::vector<double>({58, 64, 139, 154}));
     MulMat(2, 0, 2, A, B, C);
-    EXPECT_EQ(std::vector<double>(C, C + 4), std::vector<double>(4, 0.0));
-    C[0] = 5;
-    MulMat(0, 3, 2, A, B, C);
-    EXPECT_EQ(C[0], 5.0);
+    EXPECT_EQ(V(C, 4), std::vector<double>(4, 0.0));
     // [[2,0],[1,4]]^-1 = [[0.5,0],[-1/8,1/4]]; the upper element keeps the caller's 7.
     double L[4] = {2, 0, 1, 4}, Li[4] = {7, 7, 7, 7};
     LMInvert(2, L, Li);
-    EXPECT_EQ(std::vector<double>(Li, Li + 4), std::vector<double>({0.5, 7, -0.125, 0.25}));
+    EXPECT_EQ(V(Li, 4), std::vector<double>({0.5, 7, -0.125, 0.25}));
     // Unit lower: Linv(2,0) = -(3*1 + 4*(-2)) = 5, Linv(2,1) = -4.
     double L3[9] = {1, 0, 0, 2, 1, 0, 3, 4, 1}, L3i[9] = {7, 7, 7, 7, 7, 7, 7, 7, 7};
     LMInvert(3, L3, L3i);
-    EXPECT_EQ(std::vector<double>(L3i, L3i + 9), std::vector<double>({1, 7, 7, -2, 1, 7, 5, -4, 1}));
+    EXPECT_EQ(V(L3i, 9), std::vector<double>({1, 7, 7, -2, 1, 7, 5, -4, 1}));
 }
 
 TEST(VectorKernels, ProductsAndNormalize) {
-    double a[3] = {1, 2, 3}, b[3] = {4, 5, 6}, c[3];
+    double a[3] = {1, 2, 3}, b[3] = {4, 5, 6}, c[3], x[2] = {1, 0}, y[2] = {0, 1}, v[3] = {3, 0, 4}, z[3] = {};
     EXPECT_EQ(DotProduct(a, b, 3), 32.0);  // 4 + 10 + 18
     EXPECT_EQ(DotProduct(a, b, 0), 0.0);
     EXPECT_EQ(CrossProduct(a, b, c), c);  // (2*6 - 3*5, 3*4 - 1*6, 1*5 - 2*4)
-    EXPECT_EQ(std::vector<double>(c, c + 3), std::vector<double>({-3, 6, -3}));
-    double x[2] = {1, 0}, y[2] = {0, 1};
+    EXPECT_EQ(V(c, 3), std::vector<double>({-3, 6, -3}));
     EXPECT_EQ(CrossProduct(x, y), 1.0);
-    EXPECT_EQ(CrossProduct(y, x), -1.0);
-    double v[3] = {3, 0, 4}, z[3] = {0, 0, 0};
     NormalizeVector(v);
     NormalizeVector(z);
-    EXPECT_EQ(std::vector<double>(v, v + 3), std::vector<double>({0.6, 0, 0.8}));
-    EXPECT_EQ(std::vector<double>(z, z + 3), std::vector<double>(3, 0.0));
+    EXPECT_EQ(V(v, 3), std::vector<double>({0.6, 0, 0.8}));  // 3/5, 4/5
+    EXPECT_EQ(V(z, 3), std::vector<double>(3, 0.0));
 }
