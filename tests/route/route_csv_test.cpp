@@ -1,0 +1,73 @@
+#include "orvroute/route_csv.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+using orvroute::ParseRouteCsv;
+using orvroute::RouteCsvError;
+
+namespace {
+
+const std::string kHead = "start_mile,offset\n1000,0\ntype,x,y,angle_deg,radius,spiralA,endRadius\n";
+
+}  // namespace
+
+TEST(RouteCsv, ReadsPointsSkippingCommentsAndConvertingDegrees) {
+    std::istringstream in("# a road\n\nstart_mile,offset\n 250.5 , -1.5\nTYPE,x,y,angle_deg,radius,spiralA,endRadius\n"
+                          "line,0,0,90,-1,,\n# the spiral\n2,0,100,90,-1,250,\narc,5,200,95,500,,\nline,9,300,100,-1,,\n");
+    const orvroute::RouteFile f = ParseRouteCsv(in, "r.csv");
+    EXPECT_EQ(f.startMile, 250.5);
+    EXPECT_EQ(f.offset, -1.5);
+    ASSERT_EQ(f.points.GetSize(), 4);
+    EXPECT_EQ(f.points[1].type, ORVMATH::SEGMENT_TRANSITION);
+    EXPECT_EQ(f.points[1].spiralA, 250.0);
+    EXPECT_EQ(f.points[1].endRadius, 0.0);  // empty: the next point's radius
+    EXPECT_NEAR(f.points[0].angle, ORVMATH::kPi / 2, 1e-15);
+    EXPECT_EQ(f.pointLines, (std::vector<int>{6, 8, 9, 10}));
+}
+
+TEST(RouteCsv, BadInputNamesTheLineAndColumn) {
+    struct Row {
+        std::string text;
+        int line, column;
+        const char* says;
+    } rows[] = {
+        {"start_mile\n", 1, 0, "expected the header 'start_mile,offset'"},
+        {"start_mile,offset\n1000\n", 2, 2, "column 2 (offset): missing"},
+        {"start_mile,offset\n1000,x\n", 2, 2, "'x' is not a number"},
+        {kHead + "line,0,0,0\nline,1,0,0,-1,,\n", 4, 5, "column 5 (radius): missing"},
+        {kHead + "line,0,0,0,-1,,,7\nline,1,0,0,-1,,\n", 4, 8, "unexpected extra column"},
+        {kHead + "line,0,1e999,0,-1,,\nline,1,0,0,-1,,\n", 4, 3, "not a finite number"},
+        {kHead + "line,0,0,0,-1,,\ncurve,1,0,0,-1,,\n", 5, 1, "unknown element type 'curve'"},
+        {kHead + "transition,0,0,0,-1,,\narc,1,0,0,200,,\n", 4, 6, "needs its parameter A"},
+        {kHead + "transition,0,0,0,-1,-5,\narc,1,0,0,200,,\n", 4, 6, "must be positive"},
+        {kHead + "transition,0,0,0,-1,100,\nline,1,0,0,-1,,\n", 4, 5, "different radii"},
+        {kHead + "arc,0,0,0,-1,,\nline,1,0,0,-1,,\n", 4, 5, "an arc needs a positive radius"},
+        {kHead + "line,0,0,0,-1,,\n", 5, 0, "at least two critical points, found 1"},
+        {"start_mile,offset\n1000,0\n", 3, 0, "missing the header"},
+    };
+    for (const Row& r : rows) {
+        std::istringstream in(r.text);
+        try {
+            ParseRouteCsv(in, "r.csv");
+            ADD_FAILURE() << "accepted: " << r.text;
+        } catch (const RouteCsvError& e) {
+            EXPECT_EQ(e.line(), r.line) << e.what();
+            EXPECT_EQ(e.column(), r.column) << e.what();
+            EXPECT_NE(std::string(e.what()).find(r.says), std::string::npos) << e.what();
+            EXPECT_EQ(std::string(e.what()).rfind("r.csv:" + std::to_string(r.line) + ": ", 0), 0u) << e.what();
+        }
+    }
+}
+
+TEST(RouteCsv, UnreadableFileAndRoundTripOfTheWriter) {
+    EXPECT_THROW(orvroute::ReadRouteCsv("/nonexistent/route.csv"), RouteCsvError);
+    std::istringstream in(kHead + "line,0,0,20,-1,,\ntransition,10,3.5,20,-1,250,500\narc,40,9,25,500,,\n");
+    const orvroute::RouteFile f = ParseRouteCsv(in, "r.csv");
+    std::stringstream text;
+    orvroute::WriteRouteCsv(text, ORVMATH::CRoute2(f.points, f.startMile, f.offset));
+    const orvroute::RouteFile g = ParseRouteCsv(text, "again");
+    EXPECT_TRUE(ORVMATH::CRoute2(f.points, 1000, 0) == ORVMATH::CRoute2(g.points, g.startMile, g.offset));
+}

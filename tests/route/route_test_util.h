@@ -1,0 +1,24 @@
+// Small builders shared by the route tests.
+#pragma once
+
+#include <orvmath/route2.h>
+
+#include <initializer_list>
+
+namespace route_test {
+
+using ORVMATH::CCriticalPoint;
+
+inline CCriticalPoint Pt(ORVMATH::SegmentType t, double x, double y, double angle, double radius, double A = 0.0,
+                         double endRadius = 0.0) {
+    return CCriticalPoint(t, ORVMATH::CDblPoint(x, y), angle, radius, A, endRadius);
+}
+
+inline ORVMATH::CRoute2 Route(std::initializer_list<CCriticalPoint> pts, double startMile = 0.0,
+                              double offset = 0.0) {
+    ORVMATH::CCriticalPointArray a;
+    for (const CCriticalPoint& p : pts) a.Add(p);
+    return ORVMATH::CRoute2(a, startMile, offset);
+}
+
+}  // namespace route_test
