@@ -17,9 +17,10 @@
 #include <orvmath/line2.h>
 #include <orvmath/arc2.h>
 #include <orvmath/circle2.h>
-#include <orvmath/complex.h>
 #include <orvmath/linalg.h>
+#include <orvmath/complex.h>
 #include <orvmath/polygon.h>
+#include <orvmath/route2.h>
 #include <orvmath/vector3d.h>
 #include <orvmath/matrix4.h>
 #include <orvmath/coordsys.h>
