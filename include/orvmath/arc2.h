@@ -106,6 +106,15 @@ public:
     // intersection functions take them.
     double StartDeg() const noexcept;
     double SweepDeg() const noexcept;
+
+    // Stores or loads the archive record (see operator<<).
+    void Serialize(CArchive& ar);
 };
+
+// Archive record: the centre point record, then radius, start angle and sweep
+// angle, in radians as the arc holds them. Loading takes the values as they
+// are (no normalisation).
+ORVMATH_API CArchive& operator<<(CArchive& ar, const CArc2& a);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CArc2& a);
 
 }  // namespace ORVMATH

@@ -89,6 +89,13 @@ public:
     void Intersection(const CLine2& line, CDblPointArray& out, bool extend) const;
     void Intersection(const CCircle2& other, CDblPointArray& out) const;
     void Intersection(const CArc2& arc, CDblPointArray& out) const;
+
+    // Stores or loads the archive record (see operator<<).
+    void Serialize(CArchive& ar);
 };
+
+// Archive record: the centre point record, then the radius.
+ORVMATH_API CArchive& operator<<(CArchive& ar, const CCircle2& c);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CCircle2& c);
 
 }  // namespace ORVMATH

@@ -122,7 +122,18 @@ public:
     }
 };
 
-// Planar points, compared with CDblPoint equality.
+}  // namespace ORVMATH
+
+// Points go to the archive as their own records, whatever the host's layout.
+template <>
+inline void SerializeElements<ORVMATH::CDblPoint>(CArchive& ar, ORVMATH::CDblPoint* p, INT_PTR n) {
+    SerializeElementRecords(ar, p, n);
+}
+
+namespace ORVMATH {
+
+// Planar points, compared with CDblPoint equality. Archive record: the count,
+// then the point records.
 class ORVMATH_API CDblPointArray : public CArray<CDblPoint, const CDblPoint&> {
     DECLARE_SERIAL(CDblPointArray)
 public:
@@ -225,6 +236,9 @@ public:
     }
     bool operator!=(const CDblPointVector& o) const { return !(*this == o); }
 
+    // Stores or loads the archive record (see operator<<).
+    void Serialize(CArchive& ar);
+
     using std::vector<CDblPoint>::push_back;
     void push_back(double x, double y) { push_back(CDblPoint(x, y)); }
     // Append the points in argument order.
@@ -266,5 +280,19 @@ public:
     }
     bool operator!=(const CDblPointVector2D& o) const { return !(*this == o); }
 };
+
+// Archive records. CDblArray: the count (the archive's count encoding), then
+// the doubles; CIntArray: the count, then 4-byte integers; CDblPointVector:
+// the count, then the point records. The array operators go through the
+// arrays' Serialize; each throws CArchiveException(readOnly) when storing into
+// a loading archive and (writeOnly) when loading from a storing one. Loading
+// rejects a count larger than the stream still holds with (endOfFile) before
+// allocating.
+ORVMATH_API CArchive& operator<<(CArchive& ar, CDblArray& a);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CDblArray& a);
+ORVMATH_API CArchive& operator<<(CArchive& ar, CIntArray& a);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CIntArray& a);
+ORVMATH_API CArchive& operator<<(CArchive& ar, const CDblPointVector& v);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CDblPointVector& v);
 
 }  // namespace ORVMATH

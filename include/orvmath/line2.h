@@ -202,15 +202,32 @@ public:
     CLine2 ChamferEndEnd(CLine2& other, double dx, double dy);
     CLine2 ChamferEndStart(CLine2& other, double dx, double dy);
     CLine2 ChamferStartEnd(CLine2& other, double dx, double dy);
+
+    // Stores or loads the archive record (see operator<<).
+    void Serialize(CArchive& ar);
 };
+
+// Archive record: the start point record, then the end point record.
+ORVMATH_API CArchive& operator<<(CArchive& ar, const CLine2& l);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CLine2& l);
 
 // Do the two segments run in the same direction? Works on the differences
 // start - end with IsDoubleEqual as the zero test. Kept as it stands for
 // callers: a horizontal segment against a sloped one compares dx1 with dx2 / 2.
 ORVMATH_API bool IsSameDirectLine(const CLine2& a, const CLine2& b);
 
+}  // namespace ORVMATH
+
+template <>
+inline void SerializeElements<ORVMATH::CLine2>(CArchive& ar, ORVMATH::CLine2* p, INT_PTR n) {
+    SerializeElementRecords(ar, p, n);
+}
+
+namespace ORVMATH {
+
 // Segments on the framework's serialisable array; equal when the sizes match
-// and each pair of segments is equal (direction ignored).
+// and each pair of segments is equal (direction ignored). Archive record: the
+// count, then the segment records.
 class ORVMATH_API CLine2Array : public CArray<CLine2, const CLine2&> {
     DECLARE_SERIAL(CLine2Array)
 public:

@@ -9,6 +9,8 @@
 
 #include <cmath>
 
+class CArchive;
+
 namespace ORVMATH {
 
 class CDblSize;
@@ -63,10 +65,13 @@ public:
     VARIANT To2DVariant() const;
     // The same for the spatial point (x, y, 0).
     VARIANT To3DVariant() const;
+
+    // Stores or loads the archive record (see operator<<).
+    void Serialize(CArchive& ar);
 };
 
 // A planar extent or displacement.
-class CDblSize {
+class ORVMATH_API CDblSize {
 public:
     double cx = 0.0;
     double cy = 0.0;
@@ -88,7 +93,19 @@ public:
     operator CSize() const noexcept {
         return CSize(detail::TruncToInt32(cx + 0.5), detail::TruncToInt32(cy + 0.5));
     }
+
+    // Stores or loads the archive record (see operator<<).
+    void Serialize(CArchive& ar);
 };
+
+// Archive records, plain little-endian doubles with no tag: a point is x then
+// y, a size cx then cy. Storing into a loading archive throws
+// CArchiveException(readOnly); a stream that ends inside a record throws
+// CArchiveException(endOfFile), leaving the fields read so far.
+ORVMATH_API CArchive& operator<<(CArchive& ar, const CDblPoint& p);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CDblPoint& p);
+ORVMATH_API CArchive& operator<<(CArchive& ar, const CDblSize& s);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CDblSize& s);
 
 inline void CDblPoint::Offset(const CDblSize& d) noexcept { Offset(d.cx, d.cy); }
 inline CDblPoint CDblPoint::operator+(const CDblSize& s) const noexcept { return CDblPoint(x + s.cx, y + s.cy); }

@@ -45,6 +45,13 @@ public:
     void FromVariant(const VARIANT& v);
     // A new VT_ARRAY|VT_R8 variant of {x, y, z} (lower bound 0), owned by the caller.
     VARIANT ToVariant() const;
+
+    // Stores or loads the archive record (see operator<<).
+    void Serialize(CArchive& ar);
 };
+
+// Archive record: x, y, z as doubles.
+ORVMATH_API CArchive& operator<<(CArchive& ar, const CDblPoint3& p);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CDblPoint3& p);
 
 }  // namespace ORVMATH

@@ -85,6 +85,10 @@ public:
     static constexpr double kSmallRectSide = 0.1;  // a side this short or shorter makes the rectangle "small"
 };
 
+// Archive record: left, top, right, bottom as doubles.
+ORVMATH_API CArchive& operator<<(CArchive& ar, const CDblRect& r);
+ORVMATH_API CArchive& operator>>(CArchive& ar, CDblRect& r);
+
 static_assert(sizeof(CDblPoint) == 2 * sizeof(double), "CDblPoint must be two packed doubles");
 static_assert(offsetof(CDblRect, right) == sizeof(CDblPoint), "CDblRect must be two consecutive points");
 

@@ -64,6 +64,21 @@ struct CCriticalPoint {
 ORVMATH_API bool operator==(const CCriticalPoint& a, const CCriticalPoint& b);
 inline bool operator!=(const CCriticalPoint& a, const CCriticalPoint& b) { return !(a == b); }
 
+// Archive block of a critical point: type as a 32-bit integer, 4 fill bytes
+// (zeros when stored, ignored when loaded), then pt.x, pt.y, angle, radius,
+// spiralA and endRadius as doubles. The earlier layout stops before endRadius.
+constexpr unsigned kCriticalPointBlockBytes = 56;
+constexpr unsigned kCriticalPointEarlierBlockBytes = 48;
+
+}  // namespace ORVMATH
+
+// Critical points go to the archive as 56-byte blocks encoded field by field,
+// so the stream is the same whatever the host's struct layout or byte order.
+template <>
+ORVMATH_API void SerializeElements<ORVMATH::CCriticalPoint>(CArchive& ar, ORVMATH::CCriticalPoint* p, INT_PTR n);
+
+namespace ORVMATH {
+
 using CCriticalPointArray = CArray<CCriticalPoint, const CCriticalPoint&>;
 
 class ORVMATH_API CRoute2 {
@@ -194,7 +209,28 @@ public:
     ORVMATH_COPYING_FORM(CRoute2, Mirror)
     ORVMATH_COPYING_FORM(CRoute2, Scale)
 
+    // ---- archive -----------------------------------------------------------
+
+    // Stores or loads the route record (see operator<<).
+    void Serialize(CArchive& ar);
+    // Loads a route record of the earlier layout, whose critical point blocks
+    // are 48 bytes long (no endRadius). Each point's endRadius keeps the
+    // value it held: 0.0 for the points the load adds. There is no way to
+    // store that layout.
+    void LoadDataWithoutEndRadius(CArchive& ar);
+    // Archive record: start mile, end mile and offset as doubles; the critical
+    // points (a count, then one 56-byte block each); the mile table and the
+    // length table (each a count, then the doubles). Loading takes the tables
+    // as stored, without recomputing them. A load that fails part way leaves
+    // a route that may be partly loaded but can be used, copied and loaded
+    // again.
+    friend ORVMATH_API CArchive& operator<<(CArchive& ar, CRoute2& route);
+    friend ORVMATH_API CArchive& operator>>(CArchive& ar, CRoute2& route);
+
 private:
+    // Loads the record with critical point blocks of `blockBytes` bytes.
+    void Load(CArchive& ar, unsigned blockBytes);
+
     // Orientation of the transition p1 -> p2 (see GetTransitionStartPoint).
     static void GetBool(const CCriticalPoint& p1, const CCriticalPoint& p2, bool& fromCurve, bool& turnsRight);
     // Rebuilds both tables and the end mile from the points.

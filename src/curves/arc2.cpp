@@ -1,5 +1,7 @@
 #include <orvmath/arc2.h>
 
+#include <orvmath/host/archive.h>
+
 #include <orvmath/angle.h>
 #include <orvmath/circle2.h>
 #include <orvmath/intersect.h>
@@ -102,5 +104,11 @@ void CArc2::Intersection(const CArc2& other, CDblPointArray& out) const {
     XArcArc(centre.x, centre.y, radius, StartDeg(), SweepDeg(), other.centre.x, other.centre.y, other.radius,
             other.StartDeg(), other.SweepDeg(), out);
 }
+
+// ---------------------------------------------------------------- archive
+
+CArchive& operator<<(CArchive& ar, const CArc2& a) { return ar << a.centre << a.radius << a.startAngle << a.sweepAngle; }
+CArchive& operator>>(CArchive& ar, CArc2& a) { return ar >> a.centre >> a.radius >> a.startAngle >> a.sweepAngle; }
+void CArc2::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
 
 }  // namespace ORVMATH

@@ -1,5 +1,7 @@
 #include <orvmath/circle2.h>
 
+#include <orvmath/host/archive.h>
+
 #include <orvmath/arc2.h>
 #include <orvmath/intersect.h>
 #include <orvmath/pointline.h>
@@ -37,5 +39,11 @@ void CCircle2::Intersection(const CCircle2& other, CDblPointArray& out) const {
 }
 
 void CCircle2::Intersection(const CArc2& arc, CDblPointArray& out) const { arc.Intersection(*this, out); }
+
+// ---------------------------------------------------------------- archive
+
+CArchive& operator<<(CArchive& ar, const CCircle2& c) { return ar << c.centre << c.radius; }
+CArchive& operator>>(CArchive& ar, CCircle2& c) { return ar >> c.centre >> c.radius; }
+void CCircle2::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
 
 }  // namespace ORVMATH

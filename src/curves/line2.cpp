@@ -1,5 +1,7 @@
 #include <orvmath/line2.h>
 
+#include <orvmath/host/archive.h>
+
 #include <orvmath/angle.h>
 #include <orvmath/arc2.h>
 #include <orvmath/circle2.h>
@@ -391,5 +393,11 @@ bool IsSameDirectLine(const CLine2& a, const CLine2& b) {
     if (dy2 == 0.0) return false;  // dx2 / dy2 would be infinite, never equal to dx1 / dy1
     return IsDoubleEqual(dx1 / dy1, dx2 / dy2) && dx1 * dx2 >= 0.0 && dy1 * dy2 >= 0.0;
 }
+
+// ---------------------------------------------------------------- archive
+
+CArchive& operator<<(CArchive& ar, const CLine2& l) { return ar << l.start << l.end; }
+CArchive& operator>>(CArchive& ar, CLine2& l) { return ar >> l.start >> l.end; }
+void CLine2::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
 
 }  // namespace ORVMATH

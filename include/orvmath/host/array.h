@@ -77,6 +77,21 @@ void SerializeElements(CArchive& ar, TYPE* pElements, INT_PTR nCount) {
     }
 }
 
+// Stores or loads nCount elements one record at a time through the archive's
+// operator<< and operator>> for TYPE. For a trivially copyable element whose
+// record must not depend on the host's memory layout or byte order, specialise
+// SerializeElements to call this; the array's count check still assumes
+// sizeof(TYPE) bytes per element, so the record must be at least that long.
+template <class TYPE>
+void SerializeElementRecords(CArchive& ar, TYPE* pElements, INT_PTR nCount) {
+    if (nCount < 0 || (nCount > 0 && pElements == nullptr)) AfxThrowInvalidArgException();
+    if (ar.IsStoring()) {
+        for (INT_PTR i = 0; i < nCount; ++i) ar << pElements[i];
+    } else {
+        for (INT_PTR i = 0; i < nCount; ++i) ar >> pElements[i];
+    }
+}
+
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CArray : public CObject {
 public:
