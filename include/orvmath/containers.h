@@ -262,18 +262,21 @@ class CDblVector2D : public std::vector<CDblVector> {
 public:
     using std::vector<CDblVector>::vector;
     CDblVector2D() = default;
+    CDblVector2D(const std::vector<CDblVector>& v) : std::vector<CDblVector>(v) {}
 };
 
 class CIntVector2D : public std::vector<CIntVector> {
 public:
     using std::vector<CIntVector>::vector;
     CIntVector2D() = default;
+    CIntVector2D(const std::vector<CIntVector>& v) : std::vector<CIntVector>(v) {}
 };
 
 class CDblPointVector2D : public std::vector<CDblPointVector> {
 public:
     using std::vector<CDblPointVector>::vector;
     CDblPointVector2D() = default;
+    CDblPointVector2D(const std::vector<CDblPointVector>& v) : std::vector<CDblPointVector>(v) {}
 
     bool operator==(const CDblPointVector2D& o) const {
         return detail::SequenceEqual(data(), size(), o.data(), o.size(), detail::TolerantEqual());

@@ -54,6 +54,8 @@ public:
     // Not symmetric with (start, size); kept, callers depend on it.
     CLine2(const CDblSize& size, const CDblPoint& e) noexcept { Set(size, e); }
 
+    CLine2& Set() noexcept { return *this = CLine2(); }
+    CLine2& Set(const CLine2& other) noexcept { return *this = other; }
     CLine2& Set(double x1, double y1, double x2, double y2) noexcept;
     CLine2& Set(const CDblPoint& s, double angle, double length) noexcept;
     CLine2& Set(double angle, const CDblPoint& e, double length) noexcept;

@@ -13,11 +13,13 @@
 
 #include <utility>
 
-#define ORVMATH_COPYING_FORM(Class, Name)                                                                 \
-    template <class... Args>                                                                              \
-    auto Name(Args&&... args) const->decltype(std::declval<Class&>().Self##Name(std::forward<Args>(args)...), \
-                                              Class(std::declval<const Class&>())) {                    \
-        Class copy(*this);                                                                                \
-        copy.Self##Name(std::forward<Args>(args)...);                                                     \
-        return copy;                                                                                      \
+// Self is Class made dependent, so that nothing about the class is needed
+// before it is complete (clang checks a non-dependent return type at once).
+#define ORVMATH_COPYING_FORM(Class, Name)                                                   \
+    template <class... Args, class Self = Class,                                            \
+              class = decltype(std::declval<Self&>().Self##Name(std::declval<Args>()...))>  \
+    Self Name(Args&&... args) const {                                                       \
+        Self copy(*this);                                                                   \
+        copy.Self##Name(std::forward<Args>(args)...);                                       \
+        return copy;                                                                        \
     }

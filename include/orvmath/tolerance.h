@@ -128,7 +128,7 @@ private:
 
 // Which ends of the interval IsDoubleInRegion includes. Any other value acts
 // as DblRegionOpen.
-enum DblRegionType {
+enum DblRegionType : int {  // fixed type: any int is a valid value
     DblRegionClosed = 0,     // lo <= v <= hi
     DblRegionLeftOpen = 1,   // lo <  v <= hi
     DblRegionRightOpen = 2,  // lo <= v <  hi

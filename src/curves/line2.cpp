@@ -109,9 +109,17 @@ CLine2& CLine2::Set(const CDblSize& size, const CDblPoint& e) noexcept {
 
 // ---- measures and queries ----
 
-double CLine2::Angle(const CLine2& other) const noexcept { return NormalizeAng_Rad(other.Angle() - Angle()); }
+// A single conditional step, not a full reduction: both inputs are already in
+// (-pi, pi], and one step gives the exact difference without re-rounding.
+static double IntoHalfTurn(double a) noexcept {
+    if (a > kPi) return a - k2Pi;
+    if (a <= -kPi) return a + k2Pi;
+    return a;
+}
 
-double CLine2::NormalAngle() const noexcept { return NormalizeAng_Rad(Angle() + kPi / 2.0); }
+double CLine2::Angle(const CLine2& other) const noexcept { return IntoHalfTurn(other.Angle() - Angle()); }
+
+double CLine2::NormalAngle() const noexcept { return IntoHalfTurn(Angle() + kPi / 2.0); }
 
 double CLine2::Distance(const CDblPoint& p) const noexcept { return DPointLine(p, start, end); }
 
