@@ -12,6 +12,7 @@
 
 #include <cerrno>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -23,6 +24,7 @@ namespace {
 
 constexpr double kJoinGap = 0.01;       // metres: elements that miss the next point by more get a warning
 constexpr double kJoinAngle = 1e-4;     // radians, the same for the tangent direction
+constexpr double kMaxStations = 1e6;    // a table longer than this is a mistake in --step or in the route
 
 const char* const kUsage =
     "usage: orvroute table [ROUTE.csv] [--step S] [--offset D]\n"
@@ -38,6 +40,12 @@ struct Options {
 struct UsageError {
     std::string message;
 };
+
+std::string Num(double v) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", v);
+    return text;
+}
 
 double ParseNumber(const std::string& option, const char* text) {
     errno = 0;
@@ -103,6 +111,9 @@ int main(int argc, char** argv) {
         if (o.command == "sample") {
             orvroute::WriteRouteCsv(std::cout, route);
         } else if (o.command == "table") {
+            if (route.GetMile() / o.step > kMaxStations)
+                throw UsageError{"--step " + Num(o.step) + " gives more than a million stations over " +
+                                 Num(route.GetMile()) + " m of chainage; use a larger step"};
             orvroute::WriteTable(std::cout, route, o.step, o.offsets.empty() ? 0.0 : o.offsets[0], title);
         } else {
             std::ofstream out(o.svgFile);
@@ -117,6 +128,9 @@ int main(int argc, char** argv) {
         std::cerr << "orvroute: " << e.message << '\n' << kUsage;
         return 2;
     } catch (const orvroute::RouteCsvError& e) {
+        std::cerr << "orvroute: " << e.what() << '\n';
+        return 1;
+    } catch (const std::exception& e) {  // out of memory, or a route the library refuses
         std::cerr << "orvroute: " << e.what() << '\n';
         return 1;
     }
