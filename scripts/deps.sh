@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Installs the build dependencies with apt-get when any is missing (Debian).
+#   scripts/deps.sh [--clang]     --clang: clang too
 set -euo pipefail
 
 missing=()
@@ -9,6 +10,9 @@ command -v make >/dev/null 2>&1 || missing+=(make)
 [ -f /usr/include/boost/numeric/ublas/matrix.hpp ] || missing+=(libboost-dev)
 [ -f /usr/include/gtest/gtest.h ] || missing+=(libgtest-dev)
 [ -f /usr/include/benchmark/benchmark.h ] || missing+=(libbenchmark-dev)
+if [ "${1:-}" = "--clang" ]; then
+    command -v clang++ >/dev/null 2>&1 || missing+=(clang)
+fi
 
 if [ ${#missing[@]} -gt 0 ]; then
     echo "Installing: ${missing[*]}"

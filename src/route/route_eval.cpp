@@ -163,6 +163,9 @@ bool EvaluateArc(const CCriticalPoint& p1, const CCriticalPoint& p2, double s, C
         const double t = s / arc.Length();
         cp.pt = arc.Point(t);
         double turn = p2.angle - p1.angle;
+        // Angles of a loaded route are taken as stored: an exact remainder
+        // first, so that a huge or infinite difference cannot loop for ever.
+        if (!(std::fabs(turn) <= 8.0 * kPi)) turn = std::fmod(turn, k2Pi);
         while (turn > kPi) turn -= k2Pi;
         while (turn < -kPi) turn += k2Pi;
         cp.angle = p1.angle + turn * t;

@@ -141,3 +141,20 @@ TEST(RouteRecord, DamagedInputFailsCleanlyAndLeavesAUsableRoute) {
     Load(whole, [&](CArchive& ar) { ar >> copy; });
     EXPECT_EQ(copy, route);
 }
+
+TEST(RouteRecord, StoredAnglesAreNotNormalisedYetEvaluationEnds) {
+    // An arc element whose end is off the circle of its radius falls back to
+    // the arc through both points; a stored end angle of 1e300 once made its
+    // turn reduction loop for ever.
+    CRoute2 route = Route({Pt(SEGMENT_ARC, 0, 0, 0, 10), Pt(SEGMENT_LINE, 5, 5, 0.5, -1)});
+    Bytes bytes = Store([&](CArchive& ar) { ar << route; });
+    const double huge = 1e300;
+    std::memcpy(bytes.data() + 24 + 2 + 56 + 24, &huge, 8);  // the second block's angle
+    Load(bytes, [&](CArchive& ar) {
+        CRoute2 loaded;
+        ar >> loaded;
+        EXPECT_EQ(loaded.GetCriticalPoints()[1].angle, huge);
+        const CDblPoint p = loaded.GetPoint(route.GetStartMile() + 1.0, 0);
+        EXPECT_NEAR(Distance(p, CDblPoint(0, 0)), 1.0, 0.01);  // about 1 m along a gentle arc
+    });
+}
