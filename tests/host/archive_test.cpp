@@ -1,32 +1,33 @@
 #include <orvmath/host/archive.h>
+#include <orvmath/host/array.h>
+#include <orvmath/host/cstring.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace {
-
 using Bytes = std::vector<BYTE>;
+using Io = std::function<void(CArchive&)>;
+using CDoubles = CArray<double, double>;
 
-Bytes Store(const std::function<void(CArchive&)>& write, int nBufSize = 4096) {
+Bytes Store(const Io& write, int nBufSize = 4096) {
     CMemFile file;
-    {
-        CArchive ar(&file, CArchive::store, nBufSize);
-        write(ar);
-    }
+    CArchive ar(&file, CArchive::store, nBufSize);
+    write(ar);
+    ar.Close();
     const auto n = static_cast<std::size_t>(file.GetLength());
-    BYTE* p = file.Detach();
-    Bytes bytes(p, p + n);
-    std::free(p);
-    return bytes;
+    std::unique_ptr<BYTE, void (*)(void*)> p(file.Detach(), std::free);
+    return Bytes(p.get(), p.get() + n);
 }
 
-// Loads from a copy of the bytes through a small buffer, so that values
-// straddle buffer refills.
-void Load(Bytes bytes, const std::function<void(CArchive&)>& read, int nBufSize = 16) {
+// Reads a copy through a 16-byte buffer, so that values straddle refills.
+void Load(Bytes bytes, const Io& read) {
     CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
-    CArchive ar(&file, CArchive::load, nBufSize);
+    CArchive ar(&file, CArchive::load, 16);
     read(ar);
 }
 
@@ -39,14 +40,11 @@ int CauseOf(const std::function<void()>& f) {
     return CArchiveException::none;
 }
 
+std::vector<double> Values(const CDoubles& a) { return std::vector<double>(a.begin(), a.end()); }
 }  // namespace
 
 TEST(ArchiveCount, EncodesWordDwordQwordAtTheirBoundaries) {
-    struct Row {
-        ULONGLONG count;
-        Bytes bytes;
-    };
-    const Row rows[] = {
+    const struct { ULONGLONG count; Bytes bytes; } rows[] = {
         {0, {0x00, 0x00}},
         {0xFFFE, {0xFE, 0xFF}},                              // largest one-WORD count
         {0xFFFF, {0xFF, 0xFF, 0xFF, 0xFF, 0x00, 0x00}},      // escape, then DWORD 0x0000FFFF
@@ -55,7 +53,7 @@ TEST(ArchiveCount, EncodesWordDwordQwordAtTheirBoundaries) {
         {0xFFFFFFFF, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0}},
         {0x100000000, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 0x01, 0, 0, 0}},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.count);
         const Bytes bytes = Store([&](CArchive& ar) { ar.WriteCount(static_cast<DWORD_PTR>(row.count)); });
         EXPECT_EQ(bytes, row.bytes);
@@ -63,8 +61,8 @@ TEST(ArchiveCount, EncodesWordDwordQwordAtTheirBoundaries) {
     }
 }
 
-// One value of every width; golden bytes worked out by hand (little-endian,
-// 1.0 = 0x3FF0000000000000, 1.0f = 0x3F800000, -2 in two's complement).
+// One value of every width; golden bytes worked out by hand (little-endian, 1.0 = 0x3FF0000000000000, 1.0f =
+// 0x3F800000, -2 in two's complement).
 const auto kMixed = [](CArchive& ar) {
     ar << BYTE(0x12) << WORD(0x3456) << DWORD(0x789ABCDEu) << LONG(-2) << 1.0 << 1.0f << true << short(-1)
        << LONGLONG(-2) << 'A';
@@ -79,60 +77,91 @@ const auto kReadMixed = [](CArchive& ar) {
     EXPECT_EQ(d, 1.0); EXPECT_EQ(f, 1.0f); EXPECT_TRUE(flag); EXPECT_EQ(s, -1); EXPECT_EQ(ll, -2); EXPECT_EQ(c, 'A');
 };
 
-TEST(ArchiveValues, StoreLittleEndianGoldenBytesAndLoadBack) {
+TEST(ArchiveValues, GoldenBytesRoundTripAndEveryTruncationThrowsEndOfFile) {
     EXPECT_EQ(Store(kMixed, 16), kMixedBytes);  // 16-byte buffer: flushes between values
     Load(kMixedBytes, kReadMixed);
-}
-
-TEST(ArchiveValues, EveryTruncationThrowsEndOfFile) {
     for (std::size_t n = 0; n < kMixedBytes.size(); ++n) {
-        SCOPED_TRACE(n);
         const Bytes cut(kMixedBytes.begin(), kMixedBytes.begin() + static_cast<std::ptrdiff_t>(n));
-        EXPECT_EQ(CauseOf([&] { Load(cut, kReadMixed); }), CArchiveException::endOfFile);
+        EXPECT_EQ(CauseOf([&] { Load(cut, kReadMixed); }), CArchiveException::endOfFile) << n;
     }
 }
 
-TEST(ArchiveMode, StoringIntoLoadingAndLoadingFromStoringThrow) {
+TEST(ArchiveMode, WrongDirectionAndClosedArchivesThrow) {
     BYTE buf[8] = {};
-    CMemFile file(buf, sizeof buf);
-    CArchive loading(&file, CArchive::load);
-    EXPECT_EQ(CauseOf([&] { loading << 1.0; }), CArchiveException::readOnly);
-    EXPECT_EQ(CauseOf([&] { loading.Write(buf, 1); }), CArchiveException::readOnly);
-    EXPECT_EQ(CauseOf([&] { loading.WriteCount(1); }), CArchiveException::readOnly);
-    CMemFile out;
-    CArchive storing(&out, CArchive::store);
+    CMemFile in(buf, sizeof buf), out;
+    CArchive loading(&in, CArchive::load), storing(&out, CArchive::store);
     double d;
+    EXPECT_EQ(CauseOf([&] { loading << 1.0; }), CArchiveException::readOnly);
     EXPECT_EQ(CauseOf([&] { storing >> d; }), CArchiveException::writeOnly);
-    EXPECT_EQ(CauseOf([&] { storing.Read(buf, 1); }), CArchiveException::writeOnly);
-    EXPECT_EQ(CauseOf([&] { storing.CheckCanRead(0); }), CArchiveException::writeOnly);
     storing.Close();
     EXPECT_EQ(CauseOf([&] { storing << 1.0; }), CArchiveException::generic);
 }
 
-TEST(ArchiveBlock, LargeBlocksPassBufferAndShortReadsThrow) {
-    Bytes block(1000);
-    for (std::size_t i = 0; i < block.size(); ++i) block[i] = static_cast<BYTE>(i * 7);
-    const Bytes bytes = Store([&](CArchive& ar) { ar << BYTE(9); ar.WriteBlock(block.data(), block.size()); }, 64);
-    ASSERT_EQ(bytes.size(), 1001u);
-    EXPECT_TRUE(std::equal(block.begin(), block.end(), bytes.begin() + 1));
-    Load(bytes, [&](CArchive& ar) {
-        BYTE first;
-        Bytes back(1000);
-        ar >> first;
-        ar.ReadBlock(back.data(), back.size());
-        EXPECT_EQ(back, block);
-        EXPECT_EQ(ar.Read(back.data(), 1), 0u);  // raw Read reports the end instead of throwing
+TEST(ArchiveRecords, CStringIsCountThenBytesAndADamagedLengthKeepsTheOldValue) {
+    const Bytes bytes = Store([](CArchive& ar) { ar << CString("hi") << CString(); });
+    EXPECT_EQ(bytes, (Bytes{2, 0, 'h', 'i', 0, 0}));
+    Load(bytes, [](CArchive& ar) {
+        CString a("old"), b("old");
+        ar >> a >> b;
+        EXPECT_EQ(a, "hi");
+        EXPECT_TRUE(b.IsEmpty());
+        EXPECT_EQ(CauseOf([&] { ar >> a; }), CArchiveException::endOfFile);
     });
-    EXPECT_EQ(CauseOf([&] { Load(bytes, [](CArchive& ar) { Bytes b(1002); ar.ReadBlock(b.data(), b.size()); }); }),
-              CArchiveException::endOfFile);
+    CString s("kept");  // length 0x7FFFFFFF, one byte present: fails without allocating
+    EXPECT_THROW(Load({0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F, 'a'}, [&](CArchive& ar) { ar >> s; }), CArchiveException);
+    EXPECT_EQ(s, "kept");
 }
 
-TEST(ArchiveCheckCanRead, CountsBufferedAndFileBytes) {
-    Load(Bytes(40), [](CArchive& ar) {
-        BYTE b;
-        ar >> b;                      // 16-byte buffer now holds 15 unread bytes, the file 24 more
-        EXPECT_NO_THROW(ar.CheckCanRead(39));
-        EXPECT_EQ(CauseOf([&] { ar.CheckCanRead(40); }), CArchiveException::endOfFile);
-        EXPECT_EQ(CauseOf([&] { ar.CheckCanRead(~0ull); }), CArchiveException::endOfFile);
-    });
+TEST(ArchiveRecords, CArrayOfDoublesIsOneRawBlockAndOtherElementsRoundTrip) {
+    CDoubles a, back;
+    a.Add(1.0);
+    a.Add(-2.0);
+    back.Add(5);
+    // count WORD 2, then 1.0 = 0x3FF0000000000000 and -2.0 = 0xC000000000000000
+    const Bytes golden = {2, 0, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F, 0, 0, 0, 0, 0, 0, 0, 0xC0};
+    EXPECT_EQ(Store([&](CArchive& ar) { a.Serialize(ar); }), golden);
+    Load(golden, [&](CArchive& ar) { back.Serialize(ar); });
+    EXPECT_EQ(Values(back), (std::vector<double>{1.0, -2.0}));
+    EXPECT_EQ(CauseOf([&] { Load(golden, [](CArchive& ar) { BYTE b[19]; ar.ReadBlock(b, 19); }); }),
+              CArchiveException::endOfFile);
+    CDoubles big, bigBack;  // 1600 bytes: the raw block passes the 64-byte buffer, and the 16-byte one
+    for (int i = 0; i < 200; ++i) big.Add(i * 0.5);
+    Load(Store([&](CArchive& ar) { big.Serialize(ar); }, 64), [&](CArchive& ar) { bigBack.Serialize(ar); });
+    EXPECT_EQ(Values(bigBack), Values(big));
+
+    CArray<CDoubles> nested, nestedBack;
+    nested.Add(a);
+    nested.Add(CDoubles());
+    CArray<CString> strings, stringsBack;
+    strings.Add("ab");
+    strings.Add("");
+    Load(Store([&](CArchive& ar) { nested.Serialize(ar); strings.Serialize(ar); }),
+         [&](CArchive& ar) { nestedBack.Serialize(ar); stringsBack.Serialize(ar); });
+    ASSERT_EQ(nestedBack.GetSize(), 2);
+    EXPECT_EQ(Values(nestedBack[0]), (std::vector<double>{1.0, -2.0}));
+    EXPECT_TRUE(nestedBack[1].IsEmpty());
+    ASSERT_EQ(stringsBack.GetSize(), 2);
+    EXPECT_TRUE(stringsBack[0] == "ab" && stringsBack[1] == "");
+}
+
+TEST(ArchiveRecords, ArrayCountBeyondTheStreamThrowsBeforeAllocating) {
+    const struct { const char* name; Bytes bytes; } rows[] = {
+        {"3 doubles promised, 2 present", {3, 0, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F, 0, 0, 0, 0, 0, 0, 0, 0xC0}},
+        {"count 0xFFFFFFFE", {0xFF, 0xFF, 0xFE, 0xFF, 0xFF, 0xFF, 1, 2, 3}},
+        // 2^61 doubles = 2^64 bytes: the byte count itself overflows
+        {"count 2^61", {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 0, 0, 0, 0x20}},
+        {"count 2^64-1", {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}},
+        {"truncated count", {0xFF, 0xFF, 0x01}},
+    };
+    for (const auto& row : rows) {
+        CDoubles a;
+        a.Add(4);
+        EXPECT_EQ(CauseOf([&] { Load(row.bytes, [&](CArchive& ar) { a.Serialize(ar); }); }),
+                  CArchiveException::endOfFile) << row.name;
+        EXPECT_EQ(Values(a), (std::vector<double>{4})) << row.name;  // untouched
+        if (&row == &rows[0]) continue;  // 16 bytes can hold 3 nested records (3 empty counts)
+        CArray<CDoubles> nested;  // non-raw elements count as one byte each
+        EXPECT_THROW(Load(row.bytes, [&](CArchive& ar) { nested.Serialize(ar); }), CArchiveException) << row.name;
+        EXPECT_TRUE(nested.IsEmpty()) << row.name;
+    }
 }

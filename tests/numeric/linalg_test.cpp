@@ -11,7 +11,6 @@
 using namespace ORVMATH;
 
 namespace {
-
 // A 1-based n x c matrix from dmatrix, filled row by row.
 struct Mat {
     long n, c;
@@ -22,21 +21,17 @@ struct Mat {
     ~Mat() { free_dmatrix(m, 1, n, 1, c); }
 };
 
-const char* const kSingular2 = "gaussj: Singular Matrix-2";
-
 void ExpectFatal(const std::function<void()>& f, const std::string& text) {
     EXPECT_EXIT(f(), ::testing::ExitedWithCode(1),
                 "^Numerical Recipes run-time error\\.\\.\\.\n" + text + "\n\\.\\.\\.now exiting to system\\.\\.\\.\n$");
 }
 
 void Solve(std::vector<double> a, std::vector<double> b = {0, 0}) {
-    const long n = static_cast<long>(b.size());
-    Mat A(n, n, a), B(n, 1, b);
-    gaussj(A.m, static_cast<int>(n), B.m, 1);
+    Mat A(static_cast<long>(b.size()), static_cast<long>(b.size()), a), B(static_cast<long>(b.size()), 1, b);
+    gaussj(A.m, static_cast<int>(b.size()), B.m, 1);
 }
 
 std::vector<double> V(const double* p, int n) { return std::vector<double>(p, p + n); }
-
 }  // namespace
 
 TEST(RangedAlloc, RangesSpareAndContiguousRows) {
@@ -65,22 +60,16 @@ TEST(NrError, FatalReportsEndTheProcessWithStatusOne) {
     ExpectFatal([] { dmatrix(1, 2, 1, LONG_MAX); }, "allocation failure 2 in dmatrix\\(\\)");
 }
 
-TEST(Gaussj, InvertsAndSolvesKnownSystems) {
-    Mat a(2, 2, {2, 0, 0, 4}), b(2, 1, {2, 8});
-    gaussj(a.m, 2, b.m, 1);
-    EXPECT_EQ(V(&a.m[1][1], 4), std::vector<double>({0.5, 0, 0, 0.25}));  // rows are contiguous
-    EXPECT_EQ(V(&b.m[1][1], 2), std::vector<double>({1, 2}));
-    // det = 1(0 - 24) - 2(0 - 20) + 3(0 - 5) = 1, so the inverse is the integer
-    // adjugate; b = A (1, 2, 3). Pivots move across rows and columns.
+TEST(Gaussj, InvertsAKnownMatrixAndARandomSystemMultipliesBack) {
+    // det = 1(0 - 24) - 2(0 - 20) + 3(0 - 5) = 1, so the inverse is the integer adjugate; b = A (1, 2, 3). Pivots move
+    // across rows and columns.
     Mat c(3, 3, {1, 2, 3, 0, 1, 4, 5, 6, 0}), d(3, 1, {14, 14, 17});
     const double inv[9] = {-24, 18, 5, 20, -15, -4, -5, 4, 1};
     gaussj(c.m, 3, d.m, 1);
     for (int i = 0; i < 9; ++i) EXPECT_NEAR(c.m[1 + i / 3][1 + i % 3], inv[i], 1e-12);
     for (int i = 1; i <= 3; ++i) EXPECT_NEAR(d.m[i][1], i, 1e-12);
-}
 
-TEST(Gaussj, RandomSystemMultipliesBack) {
-    const int n = 6, m = 2;
+    const int n = 6, m = 2;  // diagonally dominant: well conditioned
     std::mt19937 gen(12345);
     std::uniform_real_distribution<double> u(-1.0, 1.0);
     Mat a(n, n), b(n, m);
@@ -97,34 +86,31 @@ TEST(Gaussj, RandomSystemMultipliesBack) {
     }
 }
 
-TEST(Gaussj, EqualPivotCandidatesTakeTheLastOne) {
-    // Column 1 holds two equal 49s. Pivoting on one row reduces the other row's
-    // second element d by fl(fl(e * fl(1/49)) * 49), e the pivot row's second
-    // element; for e = 1 that is fl(49 * fl(1/49)) = u = 1 - 2^-53. So rows
-    // (49, 1), (49, u) reach an exact 0 pivot only if the first row is taken.
-    const double u = 1.0 - 0x1p-53;
+TEST(Gaussj, EqualPivotCandidatesTakeTheLastOneAndBothSingularReports) {
+    // Column 1 holds two equal 49s. Pivoting on one row reduces the other row's second element d by fl(fl(e * fl(1/49))
+    // * 49), e the pivot row's second element; for e = 1 that is fl(49 * fl(1/49)) = u = 1 - 2^-53. So rows (49, 1),
+    // (49, u) reach an exact 0 pivot only if the first row is taken.
+    const double u = 1.0 - 0x1p-53, q = std::nan("");
+    const char* const singular2 = "gaussj: Singular Matrix-2";
     EXPECT_EXIT((Solve({49, 1, 49, u}), std::exit(0)), ::testing::ExitedWithCode(0), "");
-    ExpectFatal([u] { Solve({49, u, 49, 1}); }, kSingular2);
+    ExpectFatal([u] { Solve({49, u, 49, 1}); }, singular2);
     // A zero candidate still qualifies (>= against a start of 0.0).
-    ExpectFatal([] { Solve({1, 2, 2, 4}); }, kSingular2);
-    ExpectFatal([] { Solve({0, 1, 0, 2}); }, kSingular2);
+    ExpectFatal([] { Solve({1, 2, 2, 4}); }, singular2);
+    ExpectFatal([] { Solve({0, 1, 0, 2}); }, singular2);
+    // A NaN block never beats the start, so the last pivot column is picked again.
+    ExpectFatal([q] { Solve({1, 0, 0, 0, q, q, 0, q, q}, {0, 0, 0}); }, "gaussj: Singular Matrix-1");
     // n < 1: any access to a or b would crash, an allocation report exit with 1.
     EXPECT_EXIT((gaussj(nullptr, 0, nullptr, 0), gaussj(nullptr, -3, nullptr, 2), std::exit(0)),
                 ::testing::ExitedWithCode(0), "");
 }
 
-TEST(Gaussj, NanBlockReusesTheLastPivotAndReportsSingular1) {
-    const double q = std::nan("");
-    ExpectFatal([q] { Solve({1, 0, 0, 0, q, q, 0, q, q}, {0, 0, 0}); }, "gaussj: Singular Matrix-1");
-}
-
-TEST(FlatKernels, MulMatAndLMInvert) {
+TEST(FlatKernels, MulMatLMInvertAndNormalizeVector) {
     double A[6] = {1, 2, 3, 4, 5, 6}, B[6] = {7, 8, 9, 10, 11, 12}, C[4] = {9, 9, 9, 9};
     MulMat(0, 3, 2, A, B, C);  // writes nothing
     EXPECT_EQ(V(C, 4), std::vector<double>(4, 9.0));
     MulMat(2, 3, 2, A, B, C);  // (1*7 + 2*9 + 3*11, 1*8 + 2*10 + 3*12; 4*7 + 5*9 + 6*11, 4*8 + 5*10 + 6*12)
     EXPECT_EQ(V(C, 4), std::vector<double>({58, 64, 139, 154}));
-    MulMat(2, 0, 2, A, B, C);
+    MulMat(2, 0, 2, A, B, C);  // an empty sum
     EXPECT_EQ(V(C, 4), std::vector<double>(4, 0.0));
     // [[2,0],[1,4]]^-1 = [[0.5,0],[-1/8,1/4]]; the upper element keeps the caller's 7.
     double L[4] = {2, 0, 1, 4}, Li[4] = {7, 7, 7, 7};
@@ -134,15 +120,7 @@ TEST(FlatKernels, MulMatAndLMInvert) {
     double L3[9] = {1, 0, 0, 2, 1, 0, 3, 4, 1}, L3i[9] = {7, 7, 7, 7, 7, 7, 7, 7, 7};
     LMInvert(3, L3, L3i);
     EXPECT_EQ(V(L3i, 9), std::vector<double>({1, 7, 7, -2, 1, 7, 5, -4, 1}));
-}
-
-TEST(VectorKernels, ProductsAndNormalize) {
-    double a[3] = {1, 2, 3}, b[3] = {4, 5, 6}, c[3], x[2] = {1, 0}, y[2] = {0, 1}, v[3] = {3, 0, 4}, z[3] = {};
-    EXPECT_EQ(DotProduct(a, b, 3), 32.0);  // 4 + 10 + 18
-    EXPECT_EQ(DotProduct(a, b, 0), 0.0);
-    EXPECT_EQ(CrossProduct(a, b, c), c);  // (2*6 - 3*5, 3*4 - 1*6, 1*5 - 2*4)
-    EXPECT_EQ(V(c, 3), std::vector<double>({-3, 6, -3}));
-    EXPECT_EQ(CrossProduct(x, y), 1.0);
+    double v[3] = {3, 0, 4}, z[3] = {};
     NormalizeVector(v);
     NormalizeVector(z);
     EXPECT_EQ(V(v, 3), std::vector<double>({0.6, 0, 0.8}));  // 3/5, 4/5

@@ -7,7 +7,6 @@
 using namespace ORVMATH;
 
 namespace {
-
 CDblPointArray Poly(std::initializer_list<CDblPoint> pts) {
     CDblPointArray a;
     for (const CDblPoint& p : pts) a.Add(p);
@@ -17,18 +16,33 @@ CDblPointArray Poly(std::initializer_list<CDblPoint> pts) {
 const CDblPointArray kSquare = Poly({{0, 0}, {1, 0}, {1, 1}, {0, 1}});
 const CDblPointArray kSquareCW = Poly({{0, 1}, {1, 1}, {1, 0}, {0, 0}});
 const CDblPointArray kEll = Poly({{0, 0}, {2, 0}, {2, 1}, {1, 1}, {1, 2}, {0, 2}});  // notch at (1..2, 1..2)
-const CDblPointArray kLine = Poly({{0, 0}, {1, 1}, {2, 2}});
 const CDblPointArray kPair = Poly({{0, 0}, {2, 2}});
-
 }  // namespace
 
-TEST(PolygonArea, UnsignedTrapezoidSum) {
-    // Square: (1-0)(0+0) + (1-1)(0+1) + (0-1)(1+1) + (0-0)(1+0) = -2, so 1.
-    EXPECT_EQ(PolygonArea(kSquare), 1.0);
-    EXPECT_EQ(PolygonArea(kSquareCW), 1.0);
-    EXPECT_EQ(PolygonArea(kEll), 3.0);  // 2 x 2 less the 1 x 1 notch
-    EXPECT_EQ(PolygonArea(kLine), 0.0);
+TEST(PolygonShape, AreaOrientationAndConcavity) {
+    const struct { CDblPointArray poly; double area; bool ccw; int concave; } rows[] = {
+        // Square: (1-0)(0+0) + (1-1)(0+1) + (0-1)(1+1) + (0-0)(1+0) = -2, so 1.
+        {kSquare, 1, true, 0}, {kSquareCW, 1, false, 0},
+        {kEll, 3, true, 1},  // 2 x 2 less the 1 x 1 notch
+        {Poly({{0, 2}, {1, 2}, {1, 1}, {2, 1}, {2, 0}, {0, 0}}), 3, false, 1},
+        {Poly({{0, 0}, {1, 0}, {2, 0}, {2, 1}, {0, 1}}), 2, true, 0},  // a straight angle is allowed
+        // Vertex 0 is in the middle of the vertical right edge: the turn is taken towards the first vertex off that
+        // edge, here (0,1): cross((0,.5),(-1,.5)) = .5.
+        {Poly({{1, 0.5}, {1, 1}, {0, 1}, {0, 0}, {1, 0}}), 1, true, 0},
+        {Poly({{1, 0.5}, {1, 0.8}, {1, 1}, {0, 1}, {0, 0}, {1, 0}}), 1, true, 0},
+        {Poly({{1, 0.5}, {1, 0}, {0, 0}, {0, 1}, {1, 1}}), 1, false, 0},  // cross((0,-.5),(-1,-.5)) = -.5
+        {Poly({{0, 0}, {1, 1}, {2, 2}}), 0, false, -1},
+        {Poly({{0, 0}, {0, 1}, {0, 2}, {0, 3}}), 0, false, -1},  // all on one vertical line
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(&r - rows);
+        EXPECT_EQ(PolygonArea(r.poly), r.area);
+        EXPECT_EQ(IsPolygonCCW(r.poly), r.ccw);
+        EXPECT_EQ(IsConcavePolygon(r.poly), r.concave);
+    }
     EXPECT_EQ(PolygonArea(kPair), 0.0);
+    EXPECT_FALSE(IsPolygonCCW(kPair));
+    EXPECT_THROW(try { IsConcavePolygon(kPair); } catch (int e) { EXPECT_EQ(e, 3); throw; }, int);
 }
 
 TEST(PtInPolygon, SameSideOfEveryEdgeInEitherOrder) {
@@ -50,44 +64,20 @@ TEST(PtInPolygonEx, NonzeroWindingOnAnyPolygon) {
     const CDblPointArray diamond = Poly({{1, 0}, {2, 1}, {1, 2}, {0, 1}});
     const struct { const CDblPointArray& poly; CDblPoint pt; bool in; } rows[] = {
         {kSquare, {0.5, 0.5}, true}, {kSquareCW, {0.5, 0.5}, true}, {kSquare, {2, 0.5}, false},
-        // Vertex quadrants tie toward higher x and y: (0,0) sees every vertex in
-        // quadrant 0 (no turn); (1,1) sees quadrants 2, 3, 0, 1 (a full turn).
+        // Vertex quadrants tie toward higher x and y: (0,0) sees every vertex in quadrant 0 (no turn); (1,1) sees
+        // quadrants 2, 3, 0, 1 (a full turn).
         {kSquare, {0, 0}, false}, {kSquare, {1, 1}, true},
         {kEll, {1.5, 1.5}, false}, {kEll, {0.5, 1.5}, true}, {kEll, {1.5, 0.5}, true},
         {bowtie, {0.5, 1}, true}, {bowtie, {1.5, 1}, true}, {bowtie, {1, 0.5}, false},
         {star, {0, 0}, true}, {star, {0, 8}, true}, {star, {0, -9}, false},
-        // Level with vertices. (0.5,1): D(0,1) is in quadrant 1, A(1,0) in 3: the
-        // opposite jump D->A has c = (0-0.5)(0-1) - (1-0.5)(1-1) = 0.5 > 0, +2.
+        // Level with vertices. (0.5,1): D(0,1) is in quadrant 1, A(1,0) in 3: the opposite jump D->A has c =
+        // (0-0.5)(0-1) - (1-0.5)(1-1) = 0.5 > 0, +2.
         {diamond, {0.5, 1}, true}, {diamond, {-1, 1}, false}, {diamond, {3, 1}, false},
-        // On the edge (0,0)-(2,2) of a clockwise triangle: quadrants 2, 0, 3 from
-        // a start of 3 give -1, then the jump 2 -> 0 with c = -1 + 1 = 0 counts
-        // -2, then -1: w = -4.
+        // On the edge (0,0)-(2,2) of a clockwise triangle: quadrants 2, 0, 3 from a start of 3 give -1, then the jump 2
+        // -> 0 with c = -1 + 1 = 0 counts -2, then -1: w = -4.
         {Poly({{0, 0}, {2, 2}, {2, 0}}), {1, 1}, true},
         {kPair, {1, 0}, false}, {Poly({{1, 1}}), {1, 1}, false},
     };
     for (const auto& r : rows) EXPECT_EQ(PtInPolygonEx(r.poly, r.pt), r.in) << r.pt.x << "," << r.pt.y;
     EXPECT_THROW(PtInPolygonEx(CDblPointArray(), {0, 0}), CInvalidArgException);
-}
-
-TEST(IsPolygonCCW, DecidedAtTheRightmostVertex) {
-    const struct { CDblPointArray poly; bool ccw; } rows[] = {
-        {kSquare, true}, {kSquareCW, false}, {kEll, true}, {kLine, false}, {kPair, false},
-        // Vertex 0 is in the middle of the vertical right edge: the turn is taken
-        // towards the first vertex off that edge, here (0,1): cross((0,.5),(-1,.5)) = .5.
-        {Poly({{1, 0.5}, {1, 1}, {0, 1}, {0, 0}, {1, 0}}), true},
-        {Poly({{1, 0.5}, {1, 0.8}, {1, 1}, {0, 1}, {0, 0}, {1, 0}}), true},
-        {Poly({{1, 0.5}, {1, 0}, {0, 0}, {0, 1}, {1, 1}}), false},  // cross((0,-.5),(-1,-.5)) = -.5
-        {Poly({{0, 0}, {0, 1}, {0, 2}, {0, 3}}), false},           // all on one vertical line
-    };
-    for (const auto& r : rows) EXPECT_EQ(IsPolygonCCW(r.poly), r.ccw);
-}
-
-TEST(IsConcavePolygon, TurnSenseAcrossAllVertices) {
-    const struct { CDblPointArray poly; int result; } rows[] = {
-        {kSquare, 0}, {kSquareCW, 0}, {kEll, 1}, {Poly({{0, 2}, {1, 2}, {1, 1}, {2, 1}, {2, 0}, {0, 0}}), 1},
-        {Poly({{0, 0}, {1, 0}, {2, 0}, {2, 1}, {0, 1}}), 0},  // a straight angle is allowed
-        {kLine, -1},
-    };
-    for (const auto& r : rows) EXPECT_EQ(IsConcavePolygon(r.poly), r.result);
-    EXPECT_THROW(try { IsConcavePolygon(kPair); } catch (int e) { EXPECT_EQ(e, 3); throw; }, int);
 }

@@ -6,19 +6,18 @@
 #include <initializer_list>
 
 namespace route_test {
+using namespace ORVMATH;
 
-using ORVMATH::CCriticalPoint;
-
-inline CCriticalPoint Pt(ORVMATH::SegmentType t, double x, double y, double angle, double radius, double A = 0.0,
+inline CCriticalPoint Pt(SegmentType t, double x, double y, double angle, double radius, double A = 0.0,
                          double endRadius = 0.0) {
-    return CCriticalPoint(t, ORVMATH::CDblPoint(x, y), angle, radius, A, endRadius);
+    return CCriticalPoint(t, CDblPoint(x, y), angle, radius, A, endRadius);
 }
 
-inline ORVMATH::CRoute2 Route(std::initializer_list<CCriticalPoint> pts, double startMile = 0.0,
-                              double offset = 0.0) {
-    ORVMATH::CCriticalPointArray a;
+inline CRoute2 Route(std::initializer_list<CCriticalPoint> pts, double startMile = 0.0, double offset = 0.0) {
+    CCriticalPointArray a;
     for (const CCriticalPoint& p : pts) a.Add(p);
-    return ORVMATH::CRoute2(a, startMile, offset);
+    return CRoute2(a, startMile, offset);
 }
 
+constexpr double kHalfPi = kPi / 2;
 }  // namespace route_test
