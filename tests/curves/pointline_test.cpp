@@ -8,27 +8,23 @@
 
 using namespace ORVMATH;
 
-namespace {
-
-constexpr double kTol = 1e-9;
-
-void ExpectPoint(const CDblPoint& p, double x, double y, double tol = kTol) {
-    EXPECT_NEAR(p.x, x, tol);
-    EXPECT_NEAR(p.y, y, tol);
+static void ExpectPoints(const CDblPoint* got, const std::vector<CDblPoint>& want, double tol = 1e-9) {
+    for (std::size_t k = 0; k < want.size(); ++k)
+        EXPECT_TRUE(std::fabs(got[k].x - want[k].x) <= tol && std::fabs(got[k].y - want[k].y) <= tol)
+            << "point " << k << ": " << got[k].x << "," << got[k].y << " vs " << want[k].x << "," << want[k].y;
 }
-
-void ExpectPoints(const CDblPointArray& out, const std::vector<CDblPoint>& want, double tol = kTol) {
+static void ExpectPoints(const CDblPointArray& out, const std::vector<CDblPoint>& want) {
     ASSERT_EQ(out.GetSize(), static_cast<INT_PTR>(want.size()));
-    for (std::size_t k = 0; k < want.size(); ++k) ExpectPoint(out[static_cast<INT_PTR>(k)], want[k].x, want[k].y, tol);
+    ExpectPoints(out.GetData(), want);
 }
+static void ExpectPoint(const CDblPoint& p, double x, double y) { ExpectPoints(&p, {{x, y}}); }
 
-CDblPoint Polar(double deg, double r = 1.0) { return CDblPoint(r * std::cos(deg / kRadToDeg), r * std::sin(deg / kRadToDeg)); }
+constexpr double kDeg = kPi / 180;
+static CDblPoint Polar(double d, double r = 1) { return CDblPoint(r * std::cos(d * kDeg), r * std::sin(d * kDeg)); }
 
 const CDblPoint O(0, 0), X1(1, 0);
 
-}  // namespace
-
-TEST(ProjectOnLine, RefusesCollinearPointsAndFeetOutsideTheSegment) {
+TEST(PointOnLine, ProjectionAndOnLineLookOnlyAtTheFootParameter) {
     CDblPoint foot(9, 9);
     EXPECT_FALSE(ProjectOnLine(CDblPoint(0.5, 0), O, X1, foot));  // exactly on the line
     EXPECT_FALSE(ProjectOnLine(CDblPoint(2, 1), O, X1, foot));    // t = 2
@@ -36,187 +32,119 @@ TEST(ProjectOnLine, RefusesCollinearPointsAndFeetOutsideTheSegment) {
     ExpectPoint(foot, 9, 9);
     EXPECT_TRUE(ProjectOnLine(CDblPoint(0.5, 1), O, X1, foot));
     ExpectPoint(foot, 0.5, 0);
-    EXPECT_DOUBLE_EQ(ProjectOnLine(CDblPoint(2, 1), O, X1), 2.0);
-    EXPECT_DOUBLE_EQ(ProjectOnLine(CDblPoint(2, 1), X1, X1), 0.0);
-}
-
-TEST(IsPointOnLine, LooksOnlyAtTheFootParameterWithRelativeSlack) {
-    struct Row {
-        CDblPoint p;
-        bool on;
-    };
-    const Row rows[] = {
-        {{0.5, 7}, true},           // far from the line, foot inside
-        {{1.0000005, 0}, true},     // t = 1 + 5e-7 < 1 + 1e-6
-        {{1.00001, 0}, false},      // t = 1 + 1e-5
-        {{-0.0000005, 3}, true},    // t = -5e-7
-        {{-0.000002, 0}, false},    // t = -2e-6
+    EXPECT_TRUE(ProjectOnLine(CDblPoint(2, 1), O, X1) == 2.0 && ProjectOnLine(CDblPoint(2, 1), X1, X1) == 0.0);
+    // IsPointOnLine: t within 1e-6 of [0, 1], however far from the line.
+    struct Row { CDblPoint p; bool on; } rows[] = {
+        {{0.5, 7}, true}, {{1.0000005, 0}, true}, {{1.00001, 0}, false}, {{-5e-7, 3}, true}, {{-2e-6, 0}, false},
     };
     for (const Row& row : rows) EXPECT_EQ(IsPointOnLine(row.p, O, X1), row.on) << row.p.x << "," << row.p.y;
     EXPECT_TRUE(IsPointOnLine(CDblPoint(50, 50), X1, X1));
 }
 
-TEST(IsPointNear, SquareTestIsStrictAtItsEdge) {
+TEST(PointOnLine, NearnessIsASquareStrictAtItsEdgeSidesAndOffsets) {
     EXPECT_FALSE(IsPointNearPoint(O, CDblPoint(0.5, 0), 0.5));
     EXPECT_TRUE(IsPointNearPoint(O, CDblPoint(0.5, -0.25), 0.5000001));
-    // Nearest point of the segment: the end, the foot, the start.
-    EXPECT_FALSE(IsPointNearLineSeg(CDblPoint(2, 0.05), O, X1, 0.1));
-    EXPECT_TRUE(IsPointNearLineSeg(CDblPoint(1.09, 0.09), O, X1, 0.1));
-    EXPECT_TRUE(IsPointNearLineSeg(CDblPoint(0.5, 0.05), O, X1, 0.1));
-    EXPECT_TRUE(IsPointNearLineSeg(CDblPoint(-0.05, 0.05), O, X1, 0.1));
-    EXPECT_FALSE(IsPointNearLineSeg(CDblPoint(0.5, 0.1), O, X1, 0.1));
-}
-
-TEST(IsOnDifferentSides, ReportsSidesLineAndDegenerateLine) {
-    struct Row {
-        CDblPoint p, q;
-        int want;
-    };
-    const Row rows[] = {
+    // Nearest point of the segment: the end, the end, the foot, the start, the foot.
+    struct Near { CDblPoint p; bool near; } nears[] = {
+        {{2, 0.05}, false}, {{1.09, 0.09}, true}, {{0.5, 0.05}, true}, {{-0.05, 0.05}, true}, {{0.5, 0.1}, false}};
+    for (const Near& n : nears) EXPECT_EQ(IsPointNearLineSeg(n.p, O, X1, 0.1), n.near) << n.p.x << "," << n.p.y;
+    struct Side { CDblPoint p, q; int want; } sides[] = {
         {{0, 1}, {0, -1}, 1}, {{0, 1}, {5, 2}, 0}, {{3, -1}, {-2, -4}, 0},
-        {{3, 0}, {0, 1}, 2},  // p on the line, whatever q is
-        {{0, 1}, {7, 0}, 2},
+        {{3, 0}, {0, 1}, 2}, {{0, 1}, {7, 0}, 2},  // a point on the line, whatever the other is
     };
-    for (const Row& row : rows) EXPECT_EQ(IsOnDifferentSides(O, X1, row.p, row.q), row.want);
+    for (const Side& r : sides) EXPECT_EQ(IsOnDifferentSides(O, X1, r.p, r.q), r.want) << r.p.x << "," << r.p.y;
     EXPECT_EQ(IsOnDifferentSides(X1, CDblPoint(1.0000005, 0), CDblPoint(0, 1), CDblPoint(0, -1)), -1);
-}
-
-TEST(OffsetLine, MovesLeftOrTowardTheSidePoint) {
-    CDblPoint a = O, b = X1;
-    EXPECT_TRUE(OffsetLine(a, b, 1.0));
-    ExpectPoint(a, 0, 1);
-    ExpectPoint(b, 1, 1);
-
-    struct Row {
-        CDblPoint side;
-        double d;
-        int ret;
-        double y;  // y of both points afterwards
+    // OffsetLine moves to the left, or toward a side point.
+    struct Off { bool sided; CDblPoint side; double d; int ret; double y; } offs[] = {  // y of both points after
+        {false, O, 1, 1, 1}, {true, {0, -5}, 1, -1, -1}, {true, {0, 5}, 2, 1, 2}, {true, {0, 5}, -2, 1, -2},
+        {true, {7, 0}, 1, 0, 0},
     };
-    const Row rows[] = {{{0, -5}, 1, -1, -1}, {{0, 5}, 2, 1, 2}, {{0, 5}, -2, 1, -2}, {{7, 0}, 1, 0, 0}};
-    for (const Row& row : rows) {
-        a = O, b = X1;
-        EXPECT_EQ(OffsetLine(a, b, row.d, row.side), row.ret);
-        ExpectPoint(a, 0, row.y);
-        ExpectPoint(b, 1, row.y);
+    for (const Off& row : offs) {
+        CDblPoint ab[2] = {O, X1};
+        const int ret = row.sided ? OffsetLine(ab[0], ab[1], row.d, row.side) : OffsetLine(ab[0], ab[1], row.d);
+        EXPECT_EQ(ret, row.ret);
+        ExpectPoints(ab, {{0, row.y}, {1, row.y}});
     }
-    a = b = X1;
+    CDblPoint a = X1, b = X1;
     EXPECT_FALSE(OffsetLine(a, b, 1.0));
     EXPECT_EQ(OffsetLine(a, b, 1.0, CDblPoint(0, 3)), 0);  // cross product exactly 0
     ExpectPoint(a, 1, 0);
 }
 
-TEST(PointLineMeasures, LengthSineCosineLineEquationAndDistance) {
-    double s = 9, c = 9;
-    EXPECT_DOUBLE_EQ(GetLineLenSinCos(X1, X1, s, c), 0.0);
-    EXPECT_EQ(s, 0.0);
-    EXPECT_EQ(c, 0.0);
+TEST(PointLineMeasures, DegenerateLinesGiveSentinelsMirrorsRectangleAndRotations) {
+    double s = 9, c = 9, A = 0, B = 0, C = 0;
+    EXPECT_TRUE(GetLineLenSinCos(X1, X1, s, c) == 0.0 && s == 0.0 && c == 0.0);
     EXPECT_DOUBLE_EQ(GetLineLenSinCos(O, CDblPoint(3, 4), s, c), 5.0);
-    EXPECT_DOUBLE_EQ(s, 0.8);
-    EXPECT_DOUBLE_EQ(c, 0.6);
-
-    double A = 0, B = 0, C = 0;
+    EXPECT_TRUE(std::fabs(s - 0.8) < 1e-15 && std::fabs(c - 0.6) < 1e-15);
     ASSERT_TRUE(CalLineABC(CDblPoint(1, 2), CDblPoint(3, 5), A, B, C));
-    EXPECT_EQ(A, -3.0);  // 2 - 5
-    EXPECT_EQ(B, 2.0);   // 3 - 1
-    EXPECT_EQ(C, -1.0);  // 1*5 - 3*2
+    EXPECT_TRUE(A == -3.0 && B == 2.0 && C == -1.0);  // 2 - 5, 3 - 1, 1*5 - 3*2
     C = 42;
     EXPECT_FALSE(CalLineABC(X1, CDblPoint(1.0000005, 0), A, B, C));
     EXPECT_EQ(C, 42.0);
-
     EXPECT_DOUBLE_EQ(DPointLine(CDblPoint(0, 3), CDblPoint(-1, 0), X1), 3.0);
     EXPECT_DOUBLE_EQ(DPointLine(CDblPoint(3, 4), O, O), 5.0);  // a point, not a line
-    EXPECT_DOUBLE_EQ(GetOffsetLength(10, 2, -3, true), 16.0);
-    EXPECT_DOUBLE_EQ(GetOffsetLength(10, 2, -3, false), 4.0);
-}
-
-TEST(PointTransforms, MirrorRotateScaleAndRectangle) {
     CDblPoint out;
     MirrorPoint(O, CDblPoint(1, 1), X1, out);
     ExpectPoint(out, 0, 1);
     MirrorPoint(CDblPoint(1, 1), CDblPoint(1, 1), CDblPoint(3, 2), out);  // reflected in the point (1, 1)
     ExpectPoint(out, -1, 0);
-
-    CDblPoint p(2, 1);
-    RotatePoint(1, 1, kPi / 2, p);
-    ExpectPoint(p, 1, 2);
-    ScalePoint(CDblPoint(1, 1), CDblPoint(3, 2), out, 2.0);
-    ExpectPoint(out, 5, 3);
-
-    CDblPoint r[4];
-    MakeRectangle(O, 0, 2, 4, r);
-    ExpectPoint(r[0], -1, -2), ExpectPoint(r[1], 1, -2), ExpectPoint(r[2], 1, 2), ExpectPoint(r[3], -1, 2);
     // Centre (1, 1), a quarter turn: (x, y) -> (1 - (y - 1), 1 + (x - 1)) on the corners
     // (0, -1), (2, -1), (2, 3), (0, 3).
+    CDblPoint r[4];
     MakeRectangle(CDblPoint(1, 1), kPi / 2, 2, 4, r);
-    ExpectPoint(r[0], 3, 0), ExpectPoint(r[1], 3, 2), ExpectPoint(r[2], -1, 2), ExpectPoint(r[3], -1, 0);
-    RotatePoints(0, 0, 1.0, r, 0);
-    ExpectPoint(r[0], 3, 0);
+    ExpectPoints(r, {{3, 0}, {3, 2}, {-1, 2}, {-1, 0}});
+    RotatePoints(0, 0, kPi / 2, r, 1);  // the first point only
+    ExpectPoints(r, {{0, 3}, {3, 2}});
 }
 
-TEST(ProjectOnCircle, NearerPointFirstAndCentreSentinels) {
+TEST(ProjectOnCircle, NearerPointFirstCentreSentinelsAndArcsThroughPlusMinus180) {
     CDblPointArray out;
     ProjectOnCircle(CDblPoint(3, 0), O, 1, out);
     ExpectPoints(out, {{1, 0}, {-1, 0}});
     ProjectOnCircle(O, O, 1, out);  // emptied
     EXPECT_EQ(out.GetSize(), 0);
-
     CDblPoint n(9, 9);
     NearestProjectOnCircle(O, O, 2, n);
     ExpectPoint(n, 9, 9);
     NearestProjectOnCircle(CDblPoint(0, 5), O, 2, n);
     ExpectPoint(n, 0, 2);
-}
-
-TEST(NearestProjectOnArc, SectorMayWrapThroughPlusMinus180) {
-    struct Row {
-        double start, sweep, dirDeg;
-        bool hit;
-    };
-    const Row rows[] = {
-        {170, 20, 180, true},  {170, 20, -175, true}, {170, 20, 0, false}, {170, 20, 165, false},
-        {-170, -20, 175, true}, {-170, -20, -175, true}, {-170, -20, -90, false},
-        {190, 20, -160, true},  {190, 20, 170, false},  // start 190 is -170
+    // Onto an arc, whose sector may wrap through +-180.
+    struct Row { double start, sweep, dirDeg; bool hit; } rows[] = {
+        {170, 20, 180, true}, {170, 20, -175, true}, {170, 20, 165, false}, {-170, -20, 175, true},
+        {-170, -20, -90, false}, {190, 20, -160, true}, {190, 20, 170, false},  // start 190 is -170
         {0, 90, -0.00005, true}, {0, 90, -0.0002, false}, {0, 90, 90.00005, true},
     };
+    const CDblPoint c(1, 1);
     for (const Row& row : rows) {
-        CDblPoint out(9, 9);
-        const bool hit = NearestProjectOnArc(Polar(row.dirDeg, 3.0) + CDblPoint(1, 1), CDblPoint(1, 1), 2.0, row.start,
-                                             row.sweep, out);
-        EXPECT_EQ(hit, row.hit) << row.start << " " << row.sweep << " " << row.dirDeg;
-        const CDblPoint want = row.hit ? Polar(row.dirDeg, 2.0) + CDblPoint(1, 1) : CDblPoint(9, 9);
-        ExpectPoint(out, want.x, want.y);
+        n = CDblPoint(9, 9);
+        EXPECT_EQ(NearestProjectOnArc(c + Polar(row.dirDeg, 3.0), c, 2.0, row.start, row.sweep, n), row.hit)
+            << row.start << " " << row.sweep << " " << row.dirDeg;
+        ExpectPoints(&n, {row.hit ? c + Polar(row.dirDeg, 2.0) : CDblPoint(9, 9)});
     }
-    CDblPoint out(9, 9);
-    EXPECT_FALSE(NearestProjectOnArc(X1, X1, 1, 0, 360, out));
+    EXPECT_FALSE(NearestProjectOnArc(X1, X1, 1, 0, 360, n));
 }
 
-TEST(Tangents, TangentPointsOfCircleAndEllipse) {
+TEST(Tangents, TangentPointsOfCircleAndEllipseInTheLineCircleRootOrder) {
     CDblPointArray out;
-    // From (2, 0) to the unit circle: x = r^2/d = 0.5, y = +-sqrt(1 - 0.25).
+    // From (2, 0) to the unit circle: x = r^2/d = 0.5, y = +-sqrt(1 - 0.25); a vertical polar line, upper first.
     TCircle(CDblPoint(2, 0), O, 1, out);
     ExpectPoints(out, {{0.5, std::sqrt(0.75)}, {0.5, -std::sqrt(0.75)}});
-    // Any tangent point T satisfies (T - c).(p - T) = 0 and |T - c| = r.
-    const CDblPoint c(1, 1), p(3, 5);
-    TCircle(p, c, 1.5, out);
-    ASSERT_EQ(out.GetSize(), 2);
-    for (const CDblPoint& t : {out[0], out[1]}) {
-        EXPECT_NEAR(Distance(t, c), 1.5, kTol);
-        EXPECT_NEAR((t.x - c.x) * (p.x - t.x) + (t.y - c.y) * (p.y - t.y), 0.0, kTol);
-    }
+    // From c + (3, 4) to radius 3 about c: foot 9/5 along (0.6, 0.8), half chord 3 * 4/5 = 2.4 along (-0.8, 0.6);
+    // the polar line has |B| > |A|, so the larger x comes first.
+    TCircle(CDblPoint(4, 5), CDblPoint(1, 1), 3, out);
+    ExpectPoints(out, {{4, 1}, {0.16, 3.88}});
     TCircle(CDblPoint(0.5, 0.5), O, 1, out);  // inside
     EXPECT_EQ(out.GetSize(), 0);
-
-    // Ellipse x^2/4 + y^2 = 1 from (4, 0): the polar line x*4/4 = 1, so x = 1, y = +-sqrt(3/4);
-    // the box is given with its edges reversed and is normalised.
+    // Ellipse x^2/4 + y^2 = 1 from (4, 0), its box given with the edges reversed: the polar line
+    // x*4/4 = 1, so x = 1, y = +-sqrt(3/4).
     TEllipse(CDblPoint(4, 0), CDblRect(2, 1, -2, -1), out);
     ExpectPoints(out, {{1, std::sqrt(0.75)}, {1, -std::sqrt(0.75)}});
     TEllipse(CDblPoint(0, 1), CDblRect(-2, -1, 2, 1), out);  // on the ellipse: the point itself
     ExpectPoints(out, {{0, 1}});
-    for (const CDblPoint& q : {CDblPoint(0.5, 0), O}) {
-        TEllipse(q, CDblRect(-2, -1, 2, 1), out);
-        EXPECT_EQ(out.GetSize(), 0);
+    struct Miss { CDblPoint q; CDblRect box; } misses[] = {  // inside, at the centre, a flat box
+        {{0.5, 0}, {-2, -1, 2, 1}}, {O, {-2, -1, 2, 1}}, {{4, 0}, {-2, 0, 2, 0}}};
+    for (const Miss& m : misses) {
+        TEllipse(m.q, m.box, out);
+        EXPECT_EQ(out.GetSize(), 0) << m.q.x << "," << m.q.y;
     }
-    TEllipse(CDblPoint(4, 0), CDblRect(-2, 0, 2, 0), out);
-    EXPECT_EQ(out.GetSize(), 0);
 }
