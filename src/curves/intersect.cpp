@@ -184,6 +184,8 @@ void XLineCircle(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& cent
                  double tolerance) {
     const double dx = p2.x - p1.x, dy = p2.y - p1.y;
     const double len = std::sqrt(dx * dx + dy * dy);
+    // A zero-length line has no direction; with a tolerance of 0 or less it
+    // would otherwise yield NaN points.
     if (len < tolerance || len == 0.0) return;
     const double ux = dx / len, uy = dy / len;
     const double wx = p1.x - centre.x, wy = p1.y - centre.y;
