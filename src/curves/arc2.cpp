@@ -109,6 +109,6 @@ void CArc2::Intersection(const CArc2& other, CDblPointArray& out) const {
 
 CArchive& operator<<(CArchive& ar, const CArc2& a) { return ar << a.centre << a.radius << a.startAngle << a.sweepAngle; }
 CArchive& operator>>(CArchive& ar, CArc2& a) { return ar >> a.centre >> a.radius >> a.startAngle >> a.sweepAngle; }
-void CArc2::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
+void CArc2::Serialize(CArchive& ar) { SerializeByOperators(ar, *this); }
 
 }  // namespace ORVMATH

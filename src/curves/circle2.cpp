@@ -44,6 +44,6 @@ void CCircle2::Intersection(const CArc2& arc, CDblPointArray& out) const { arc.I
 
 CArchive& operator<<(CArchive& ar, const CCircle2& c) { return ar << c.centre << c.radius; }
 CArchive& operator>>(CArchive& ar, CCircle2& c) { return ar >> c.centre >> c.radius; }
-void CCircle2::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
+void CCircle2::Serialize(CArchive& ar) { SerializeByOperators(ar, *this); }
 
 }  // namespace ORVMATH

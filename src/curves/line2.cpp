@@ -406,6 +406,6 @@ bool IsSameDirectLine(const CLine2& a, const CLine2& b) {
 
 CArchive& operator<<(CArchive& ar, const CLine2& l) { return ar << l.start << l.end; }
 CArchive& operator>>(CArchive& ar, CLine2& l) { return ar >> l.start >> l.end; }
-void CLine2::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
+void CLine2::Serialize(CArchive& ar) { SerializeByOperators(ar, *this); }
 
 }  // namespace ORVMATH

@@ -172,6 +172,14 @@ void CArchive::CheckCanRead(ULONGLONG nBytes) {
     if (nBytes - nBuffered > nInFile) AfxThrowArchiveException(CArchiveException::endOfFile);
 }
 
+ULONGLONG CArchive::ReadElementCount(ULONGLONG nElementBytes) {
+    const ULONGLONG n = ReadCount();
+    if (nElementBytes != 0 && n > std::numeric_limits<ULONGLONG>::max() / nElementBytes)
+        AfxThrowArchiveException(CArchiveException::endOfFile);
+    CheckCanRead(n * nElementBytes);
+    return n;
+}
+
 void CArchive::WriteCount(DWORD_PTR dwCount) {
     const ULONGLONG n = dwCount;
     if (n < 0xFFFFu) {

@@ -91,10 +91,7 @@ void CRoute2::Load(CArchive& ar, unsigned blockBytes) {
         if (blockBytes == kCriticalPointBlockBytes) {
             m_CriticalPoints.Serialize(ar);
         } else {
-            const ULONGLONG n = ar.ReadCount();
-            if (n > std::numeric_limits<ULONGLONG>::max() / blockBytes)
-                AfxThrowArchiveException(CArchiveException::endOfFile);
-            ar.CheckCanRead(n * blockBytes);
+            const ULONGLONG n = ar.ReadElementCount(blockBytes);
             if (n > static_cast<ULONGLONG>(std::numeric_limits<INT_PTR>::max())) AfxThrowMemoryException();
             m_CriticalPoints.SetSize(static_cast<INT_PTR>(n));
             LoadPoints(ar, m_CriticalPoints.GetData(), m_CriticalPoints.GetSize(), blockBytes);
@@ -122,7 +119,7 @@ CArchive& operator>>(CArchive& ar, CRoute2& route) {
     return ar;
 }
 
-void CRoute2::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
+void CRoute2::Serialize(CArchive& ar) { SerializeByOperators(ar, *this); }
 
 void CRoute2::LoadDataWithoutEndRadius(CArchive& ar) { Load(ar, kCriticalPointEarlierBlockBytes); }
 

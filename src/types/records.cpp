@@ -6,7 +6,6 @@
 
 #include <orvmath/host/archive.h>
 
-#include <limits>
 
 namespace ORVMATH {
 
@@ -31,36 +30,24 @@ CArchive& operator>>(CArchive& ar, CDblRect& r) { return ar >> r.left >> r.top >
 CArchive& operator<<(CArchive& ar, const CDblPoint3& p) { return ar << p.x << p.y << p.z; }
 CArchive& operator>>(CArchive& ar, CDblPoint3& p) { return ar >> p.x >> p.y >> p.z; }
 
-void CDblPoint::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
-void CDblSize::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
-void CDblPoint3::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
-void CDblPointVector::Serialize(CArchive& ar) { ar.IsLoading() ? ar >> *this : ar << *this; }
+void CDblPoint::Serialize(CArchive& ar) { SerializeByOperators(ar, *this); }
+void CDblSize::Serialize(CArchive& ar) { SerializeByOperators(ar, *this); }
+void CDblPoint3::Serialize(CArchive& ar) { SerializeByOperators(ar, *this); }
+void CDblPointVector::Serialize(CArchive& ar) { SerializeByOperators(ar, *this); }
 
 // The arrays' Serialize follows the archive's direction, so the operators
 // check it first: ar << a must never load into a.
-CArchive& operator<<(CArchive& ar, CDblArray& a) {
-    RequireStoring(ar);
+template <class Array>
+CArchive& SerializeArray(CArchive& ar, Array& a, bool storing) {
+    storing ? RequireStoring(ar) : RequireLoading(ar);
     a.Serialize(ar);
     return ar;
 }
 
-CArchive& operator>>(CArchive& ar, CDblArray& a) {
-    RequireLoading(ar);
-    a.Serialize(ar);
-    return ar;
-}
-
-CArchive& operator<<(CArchive& ar, CIntArray& a) {
-    RequireStoring(ar);
-    a.Serialize(ar);
-    return ar;
-}
-
-CArchive& operator>>(CArchive& ar, CIntArray& a) {
-    RequireLoading(ar);
-    a.Serialize(ar);
-    return ar;
-}
+CArchive& operator<<(CArchive& ar, CDblArray& a) { return SerializeArray(ar, a, true); }
+CArchive& operator>>(CArchive& ar, CDblArray& a) { return SerializeArray(ar, a, false); }
+CArchive& operator<<(CArchive& ar, CIntArray& a) { return SerializeArray(ar, a, true); }
+CArchive& operator>>(CArchive& ar, CIntArray& a) { return SerializeArray(ar, a, false); }
 
 CArchive& operator<<(CArchive& ar, const CDblPointVector& v) {
     RequireStoring(ar);
@@ -71,12 +58,9 @@ CArchive& operator<<(CArchive& ar, const CDblPointVector& v) {
 
 CArchive& operator>>(CArchive& ar, CDblPointVector& v) {
     RequireLoading(ar);
-    constexpr ULONGLONG kRecordBytes = 2 * sizeof(double);
-    const ULONGLONG n = ar.ReadCount();
     // Checked against the stream before the vector grows, so that a damaged
     // count cannot ask for an enormous allocation.
-    if (n > std::numeric_limits<ULONGLONG>::max() / kRecordBytes) AfxThrowArchiveException(CArchiveException::endOfFile);
-    ar.CheckCanRead(n * kRecordBytes);
+    const ULONGLONG n = ar.ReadElementCount(2 * sizeof(double));
     if (n > v.max_size()) AfxThrowMemoryException();
     v.resize(static_cast<std::size_t>(n));
     for (CDblPoint& p : v) ar >> p;

@@ -128,6 +128,9 @@ public:
     // cleanly instead of attempting a huge allocation. The file must be
     // seekable (a CFile on a regular file, or a CMemFile).
     void CheckCanRead(ULONGLONG nBytes);
+    // ReadCount for a block of elements of at least nElementBytes bytes each,
+    // checked with CheckCanRead before the caller allocates anything for it.
+    ULONGLONG ReadElementCount(ULONGLONG nElementBytes);
 
     // Insertion and extraction of arithmetic values (BYTE, WORD, DWORD, LONG,
     // int, unsigned, short, char, bool, float, double, LONGLONG, ULONGLONG).
@@ -177,3 +180,13 @@ private:
     BYTE* m_lpBufCur;  // next byte to store or load
     BYTE* m_lpBufMax;  // storing: end of the buffer; loading: end of the bytes read ahead
 };
+
+// The Serialize of a value that has its own operator<< and operator>> with
+// CArchive: stores or loads it, as the archive's direction says.
+template <class T>
+void SerializeByOperators(CArchive& ar, T& value) {
+    if (ar.IsLoading())
+        ar >> value;
+    else
+        ar << value;
+}

@@ -481,11 +481,8 @@ void CArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar) {
         SerializeElements<TYPE>(ar, m_pData, m_nSize);
         return;
     }
-    const ULONGLONG nCount = ar.ReadCount();
     constexpr ULONGLONG nMinElementBytes = orvhost_detail::kRawBlockElement<TYPE> ? sizeof(TYPE) : 1;
-    if (nCount > std::numeric_limits<ULONGLONG>::max() / nMinElementBytes)
-        AfxThrowArchiveException(CArchiveException::endOfFile);
-    ar.CheckCanRead(nCount * nMinElementBytes);
+    const ULONGLONG nCount = ar.ReadElementCount(nMinElementBytes);
     if (nCount > static_cast<ULONGLONG>(MaxSize())) AfxThrowMemoryException();
     SetSize(static_cast<INT_PTR>(nCount));
     SerializeElements<TYPE>(ar, m_pData, m_nSize);
