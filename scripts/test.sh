@@ -17,6 +17,10 @@ case "${1:-}" in
     dir=build-clang
     args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++) ;;
 esac
+# Reuse earlier compilations when ccache is installed (same results, faster rebuilds).
+if command -v ccache >/dev/null 2>&1; then
+    args+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+fi
 jobs=$(nproc 2>/dev/null || echo 2)
 cmake -S . -B "$dir" "${args[@]}"
 cmake --build "$dir" --parallel "$jobs"
