@@ -8,7 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
@@ -49,6 +51,20 @@ inline void Load(Bytes bytes, const std::function<void(CArchive&)>& read) {
     read(ar);
     BYTE extra;
     EXPECT_EQ(ar.Read(&extra, 1), 0u) << "bytes left after the record";
+}
+
+// A double from, or into, 8 little-endian bytes of a stream, on any host.
+inline double LittleEndianDouble(const BYTE* p) {
+    std::uint64_t u = 0;
+    for (int k = 7; k >= 0; --k) u = (u << 8) | p[k];
+    double d;
+    std::memcpy(&d, &u, 8);
+    return d;
+}
+inline void PutLittleEndianDouble(BYTE* p, double d) {
+    std::uint64_t u;
+    std::memcpy(&u, &d, 8);
+    for (int k = 0; k < 8; ++k, u >>= 8) p[k] = static_cast<BYTE>(u & 0xFF);
 }
 
 // The archive exception cause that f throws, or none.

@@ -49,6 +49,11 @@ public:
     dcomplex csqrt() const noexcept;
 };
 
+// Archive record: r, then i, as doubles (so arrays of roots store the same
+// bytes on every host).
+ORVMATH_API CArchive& operator<<(CArchive& ar, const dcomplex& z);
+ORVMATH_API CArchive& operator>>(CArchive& ar, dcomplex& z);
+
 // Roots of a*x^2 + b*x + c = 0, APPENDED to `roots` (earlier contents stay in
 // front). a == 0 exactly: the single root -c/b, or nothing when b == 0 too.
 // Two distinct real roots: (-b + sqrt D)/(2a) first, then (-b - sqrt D)/(2a),

@@ -122,16 +122,6 @@ public:
     }
 };
 
-}  // namespace ORVMATH
-
-// Points go to the archive as their own records, whatever the host's layout.
-template <>
-inline void SerializeElements<ORVMATH::CDblPoint>(CArchive& ar, ORVMATH::CDblPoint* p, INT_PTR n) {
-    SerializeElementRecords(ar, p, n);
-}
-
-namespace ORVMATH {
-
 // Planar points, compared with CDblPoint equality. Archive record: the count,
 // then the point records.
 class ORVMATH_API CDblPointArray : public CArray<CDblPoint, const CDblPoint&> {

@@ -218,15 +218,6 @@ ORVMATH_API CArchive& operator>>(CArchive& ar, CLine2& l);
 // callers: a horizontal segment against a sloped one compares dx1 with dx2 / 2.
 ORVMATH_API bool IsSameDirectLine(const CLine2& a, const CLine2& b);
 
-}  // namespace ORVMATH
-
-template <>
-inline void SerializeElements<ORVMATH::CLine2>(CArchive& ar, ORVMATH::CLine2* p, INT_PTR n) {
-    SerializeElementRecords(ar, p, n);
-}
-
-namespace ORVMATH {
-
 // Segments on the framework's serialisable array; equal when the sizes match
 // and each pair of segments is equal (direction ignored). Archive record: the
 // count, then the segment records.

@@ -68,4 +68,7 @@ void GetEquation2Root(double a, double b, double c, CArray<dcomplex, dcomplex>& 
     }
 }
 
+CArchive& operator<<(CArchive& ar, const dcomplex& z) { return ar << z.r << z.i; }
+CArchive& operator>>(CArchive& ar, dcomplex& z) { return ar >> z.r >> z.i; }
+
 }  // namespace ORVMATH

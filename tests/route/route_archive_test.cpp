@@ -101,10 +101,8 @@ TEST(RouteRecord, EveryElementKindRoundTripsAcrossManyBlocks) {
     const Bytes bytes = Store([&](CArchive& ar) { ar << route; });
     ASSERT_EQ(bytes.size(), 24u + 2 + 1001 * 56 + 2 * (2 + 1000 * 8));
     const BYTE* block = bytes.data() + 24 + 2 + 700 * 56;  // in the second chunk
-    double x;
-    std::memcpy(&x, block + 8, 8);  // a little-endian host
     EXPECT_EQ(block[0], static_cast<BYTE>(pts[700].type));
-    EXPECT_EQ(x, pts[700].pt.x);
+    EXPECT_EQ(LittleEndianDouble(block + 8), pts[700].pt.x);
 
     Load(bytes, [&](CArchive& ar) {
         CRoute2 loaded;
@@ -149,7 +147,7 @@ TEST(RouteRecord, StoredAnglesAreNotNormalisedYetEvaluationEnds) {
     CRoute2 route = Route({Pt(SEGMENT_ARC, 0, 0, 0, 10), Pt(SEGMENT_LINE, 5, 5, 0.5, -1)});
     Bytes bytes = Store([&](CArchive& ar) { ar << route; });
     const double huge = 1e300;
-    std::memcpy(bytes.data() + 24 + 2 + 56 + 24, &huge, 8);  // the second block's angle
+    PutLittleEndianDouble(bytes.data() + 24 + 2 + 56 + 24, huge);  // the second block's angle
     Load(bytes, [&](CArchive& ar) {
         CRoute2 loaded;
         ar >> loaded;

@@ -47,6 +47,34 @@ std::vector<Golden> Goldens() {
         Value("CLine2", CLine2(1, 2, 3, 4), k1 + k2 + k3 + k4),
         Value("CCircle2", CCircle2(CDblPoint(-1, 2), 0.5), kM1 + k2 + kHalf),
         Value("CArc2", CArc2(CDblPoint(1, 2), 3, 0.5, -2), k1 + k2 + k3 + kHalf + kM2),  // radians as held; 40 bytes
+        // Arrays of structures: a count, then each element's record (never the
+        // host's memory image, so big-endian hosts store the same bytes).
+        {"CArray<CDblPoint3>",
+         [](CArchive& ar) {
+             CArray<CDblPoint3> a;
+             a.Add(CDblPoint3(1, 2, 3));
+             a.Serialize(ar);
+         },
+         "0100 " + k1 + k2 + k3,
+         [](CArchive& ar) {
+             CArray<CDblPoint3> a;
+             a.Serialize(ar);
+             ASSERT_EQ(a.GetSize(), 1);
+             EXPECT_TRUE(a[0].x == 1 && a[0].y == 2 && a[0].z == 3);
+         }},
+        {"CArray<dcomplex>",
+         [](CArchive& ar) {
+             CArray<dcomplex, dcomplex> a;
+             a.Add(dcomplex(0.5, -1));
+             a.Serialize(ar);
+         },
+         "0100 " + kHalf + kM1,
+         [](CArchive& ar) {
+             CArray<dcomplex, dcomplex> a;
+             a.Serialize(ar);
+             ASSERT_EQ(a.GetSize(), 1);
+             EXPECT_TRUE(a[0].r == 0.5 && a[0].i == -1);
+         }},
         {"CDblArray",
          [](CArchive& ar) {
              CDblArray a;
@@ -172,5 +200,18 @@ TEST(ArchiveRecords, DirectionAndDamagedCountsAreRejected) {
                   CArchiveException::endOfFile);
         EXPECT_EQ(CauseOf([&] { Load(bytes, [](CArchive& ar) { CLine2Array a; a.Serialize(ar); }); }),
                   CArchiveException::endOfFile);
+        // 3 x 32-byte rectangles cannot fit in 16 bytes: refused before resizing,
+        // and the array keeps what it held.
+        CArray<CDblRect> rects;
+        rects.Add(CDblRect(1, 2, 3, 4));
+        EXPECT_EQ(CauseOf([&] { Load(bytes, [&](CArchive& ar) { rects.Serialize(ar); }); }),
+                  CArchiveException::endOfFile);
+        EXPECT_TRUE(rects.GetSize() == 1 && rects[0] == CDblRect(1, 2, 3, 4));
     }
+    // A record that fails inside its second element leaves the array as it was.
+    CArray<CDblArray> nested;
+    nested.SetSize(1);
+    const Bytes cut = Hex("0200 0100" + k1 + "0200" + k2);
+    EXPECT_EQ(CauseOf([&] { Load(cut, [&](CArchive& ar) { nested.Serialize(ar); }); }), CArchiveException::endOfFile);
+    EXPECT_TRUE(nested.GetSize() == 1 && nested[0].IsEmpty());
 }

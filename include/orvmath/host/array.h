@@ -34,12 +34,22 @@ struct HasArchiveOperators<T, std::void_t<decltype(std::declval<CArchive&>() << 
                                           decltype(std::declval<CArchive&>() >> std::declval<T&>())>>
     : std::true_type {};
 
-// Elements that go to the archive as one raw byte block: trivially copyable
-// types, except bool (a stored byte other than 0 or 1 must not become a bool)
-// and, on a big-endian host, multi-byte arithmetic types (they need swapping).
+// Elements that go to the archive as one raw byte block: arithmetic types
+// other than bool (a stored byte other than 0 or 1 must not become a bool),
+// and, on a big-endian host, only the single-byte ones (the others need
+// swapping). Structures never do: their memory image depends on the host's
+// layout and byte order, so they go through their own record.
 template <class T>
-constexpr bool kRawBlockElement = std::is_trivially_copyable_v<T> && !std::is_same_v<T, bool> &&
-                                  !(ORVHOST_BIG_ENDIAN && std::is_arithmetic_v<T> && sizeof(T) > 1);
+constexpr bool kRawBlockElement = std::is_arithmetic_v<T> && !std::is_same_v<T, bool> &&
+                                  (sizeof(T) == 1 || !ORVHOST_BIG_ENDIAN);
+
+// A CFile that only counts the bytes written to it.
+class CByteCounter : public CFile {
+public:
+    void Write(const void*, UINT nCount) override { m_nBytes += nCount; }
+    void Flush() override {}
+    ULONGLONG m_nBytes = 0;
+};
 
 }  // namespace orvhost_detail
 
@@ -48,11 +58,12 @@ constexpr bool kRawBlockElement = std::is_trivially_copyable_v<T> && !std::is_sa
 // for an element type that needs its own record:
 //   template <> void SerializeElements<CMyType>(CArchive& ar, CMyType* p, INT_PTR n) { ... }
 // The specialisation must be declared before the array type is used.
-// Default: trivially copyable elements as one raw byte block (arithmetic types
-// little-endian on every host, bool one byte per element), CObject-derived
-// elements through their Serialize, other types through the archive's
-// operator<< and operator>>. An element type with none of these throws
-// CArchiveException(generic). A non-zero nCount with a null pElements, or a
+// Default: arithmetic elements as one block of little-endian values (bool one
+// byte per element), CObject-derived elements through their Serialize, other
+// types (structures included) through the archive's operator<< and
+// operator>>, so that every record is the same on every host. An element
+// type with none of these throws CArchiveException(generic) when an array of
+// it is stored or loaded. A non-zero nCount with a null pElements, or a
 // negative nCount, throws CInvalidArgException.
 template <class TYPE>
 void SerializeElements(CArchive& ar, TYPE* pElements, INT_PTR nCount) {
@@ -74,21 +85,6 @@ void SerializeElements(CArchive& ar, TYPE* pElements, INT_PTR nCount) {
         }
     } else {
         AfxThrowArchiveException(CArchiveException::generic);
-    }
-}
-
-// Stores or loads nCount elements one record at a time through the archive's
-// operator<< and operator>> for TYPE. For a trivially copyable element whose
-// record must not depend on the host's memory layout or byte order, specialise
-// SerializeElements to call this; the array's count check still assumes
-// sizeof(TYPE) bytes per element, so the record must be at least that long.
-template <class TYPE>
-void SerializeElementRecords(CArchive& ar, TYPE* pElements, INT_PTR nCount) {
-    if (nCount < 0 || (nCount > 0 && pElements == nullptr)) AfxThrowInvalidArgException();
-    if (ar.IsStoring()) {
-        for (INT_PTR i = 0; i < nCount; ++i) ar << pElements[i];
-    } else {
-        for (INT_PTR i = 0; i < nCount; ++i) ar >> pElements[i];
     }
 }
 
@@ -154,8 +150,10 @@ public:
     // Storing: the count (CArchive::WriteCount), then the elements through
     // SerializeElements. Loading: the count, checked against the bytes the
     // stream still holds before anything is allocated (CArchiveException
-    // endOfFile when it cannot fit; elements that are not a raw block count as
-    // at least one byte each), then SetSize and the elements.
+    // endOfFile when count x the record of a default element cannot fit),
+    // then the elements into a new block that replaces the array's contents
+    // only once all of them have loaded: a load that fails leaves the array
+    // as it was.
     void Serialize(CArchive& ar) override;
 
     TYPE* begin() noexcept { return m_pData; }
@@ -167,6 +165,9 @@ private:
     // Functions rather than constants, so that naming CArray<T> does not yet
     // need T complete.
     static constexpr bool Trivial() noexcept { return std::is_trivially_copyable_v<TYPE>; }
+    // Bytes of the record of a default element: the least any element's
+    // record takes (exact for the fixed-size records of the value types).
+    static ULONGLONG MinRecordBytes();
     // Largest element count whose byte size a pointer difference can hold.
     static constexpr INT_PTR MaxSize() noexcept {
         return static_cast<INT_PTR>(static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) /
@@ -474,6 +475,24 @@ void CArray<TYPE, ARG_TYPE>::RemoveAt(INT_PTR nIndex, INT_PTR nCount) {
 }
 
 template <class TYPE, class ARG_TYPE>
+ULONGLONG CArray<TYPE, ARG_TYPE>::MinRecordBytes() {
+    if constexpr (orvhost_detail::kRawBlockElement<TYPE> || std::is_arithmetic_v<TYPE>) {
+        return sizeof(TYPE);
+    } else {
+        static const ULONGLONG nBytes = [] {
+            CArray probe;
+            probe.SetSize(1);
+            orvhost_detail::CByteCounter counter;
+            CArchive ar(&counter, CArchive::store);
+            SerializeElements<TYPE>(ar, probe.m_pData, 1);
+            ar.Close();
+            return counter.m_nBytes;
+        }();
+        return nBytes;
+    }
+}
+
+template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar) {
     CObject::Serialize(ar);
     if (ar.IsStoring()) {
@@ -481,9 +500,11 @@ void CArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar) {
         SerializeElements<TYPE>(ar, m_pData, m_nSize);
         return;
     }
-    constexpr ULONGLONG nMinElementBytes = orvhost_detail::kRawBlockElement<TYPE> ? sizeof(TYPE) : 1;
-    const ULONGLONG nCount = ar.ReadElementCount(nMinElementBytes);
+    const ULONGLONG nCount = ar.ReadElementCount(MinRecordBytes());
     if (nCount > static_cast<ULONGLONG>(MaxSize())) AfxThrowMemoryException();
-    SetSize(static_cast<INT_PTR>(nCount));
-    SerializeElements<TYPE>(ar, m_pData, m_nSize);
+    CArray loaded;
+    loaded.SetSize(static_cast<INT_PTR>(nCount));
+    SerializeElements<TYPE>(ar, loaded.m_pData, loaded.m_nSize);
+    loaded.m_nGrowBy = m_nGrowBy;
+    *this = std::move(loaded);
 }
