@@ -173,7 +173,7 @@ void CArchive::CheckCanRead(ULONGLONG nBytes) {
 }
 
 ULONGLONG CArchive::ReadElementCount(ULONGLONG nElementBytes) {
-    const ULONGLONG n = ReadCount();
+    const ULONGLONG n = ReadCount64();
     if (nElementBytes != 0 && n > std::numeric_limits<ULONGLONG>::max() / nElementBytes)
         AfxThrowArchiveException(CArchiveException::endOfFile);
     CheckCanRead(n * nElementBytes);
@@ -194,7 +194,7 @@ void CArchive::WriteCount(DWORD_PTR dwCount) {
     *this << static_cast<DWORD>(0xFFFFFFFFu) << n;
 }
 
-DWORD_PTR CArchive::ReadCount() {
+ULONGLONG CArchive::ReadCount64() {
     WORD w;
     *this >> w;
     if (w != 0xFFFFu) return w;
@@ -203,6 +203,11 @@ DWORD_PTR CArchive::ReadCount() {
     if (dw != 0xFFFFFFFFu) return dw;
     ULONGLONG n;
     *this >> n;
+    return n;
+}
+
+DWORD_PTR CArchive::ReadCount() {
+    const ULONGLONG n = ReadCount64();
     if (n > std::numeric_limits<DWORD_PTR>::max()) AfxThrowArchiveException(CArchiveException::badIndex);
     return static_cast<DWORD_PTR>(n);
 }

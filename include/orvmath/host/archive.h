@@ -128,8 +128,11 @@ public:
     // cleanly instead of attempting a huge allocation. The file must be
     // seekable (a CFile on a regular file, or a CMemFile).
     void CheckCanRead(ULONGLONG nBytes);
-    // ReadCount for a block of elements of at least nElementBytes bytes each,
-    // checked with CheckCanRead before the caller allocates anything for it.
+    // Reads a count for a block of elements of at least nElementBytes bytes
+    // each and checks it with CheckCanRead before the caller allocates
+    // anything for it. The count is read at its full 64 bits, so a count too
+    // large for the stream fails with endOfFile on every host, 32-bit ones
+    // included.
     ULONGLONG ReadElementCount(ULONGLONG nElementBytes);
 
     // Insertion and extraction of arithmetic values (BYTE, WORD, DWORD, LONG,
@@ -160,6 +163,8 @@ public:
     }
 
 private:
+    ULONGLONG ReadCount64();
+
     void CheckStoring();
     void CheckLoading();
     // Storing: writes the buffered bytes to the file and empties the buffer.
