@@ -1,3 +1,5 @@
+#include "record_bytes.h"
+
 #include <orvmath/host/archive.h>
 #include <orvmath/host/file.h>
 
@@ -16,11 +18,11 @@ TEST(CFileTest, ArchiveRoundTripThroughARealFile) {
     }
     CFile file(path.c_str(), CFile::modeRead);
     EXPECT_EQ(file.GetLength(), 800u);
-    double last = 0;
+    BYTE last[8];
     EXPECT_EQ(file.Seek(-8, CFile::end), 792u);
-    EXPECT_EQ(file.Read(&last, 8), 8u);
-    EXPECT_EQ(last, 49.5);
-    EXPECT_EQ(file.Read(&last, 8), 0u);
+    EXPECT_EQ(file.Read(last, 8), 8u);
+    EXPECT_EQ(record_bytes::LittleEndianDouble(last), 49.5);  // the file is little-endian on every host
+    EXPECT_EQ(file.Read(last, 8), 0u);
     EXPECT_THROW(file.Seek(-1, CFile::begin), CFileException);
     file.Close();
     std::remove(path.c_str());
