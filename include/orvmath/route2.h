@@ -11,12 +11,14 @@
 #pragma once
 
 #include <orvmath/arc2.h>
+#include <orvmath/containers.h>
 #include <orvmath/export.h>
 #include <orvmath/host/array.h>
 #include <orvmath/point2.h>
 #include <orvmath/selfcopy.h>
 
 #include <cstdint>
+#include <vector>
 
 namespace ORVMATH {
 
@@ -81,6 +83,28 @@ namespace ORVMATH {
 
 using CCriticalPointArray = CArray<CCriticalPoint, const CCriticalPoint&>;
 
+namespace detail {
+
+// What evaluating an element needs that does not depend on the mile, so
+// a query costs the lookup plus the element's own formula. Built for
+// every element whenever the points change (CRoute2::RebuildMileIndex).
+// Internal to the route: not part of the interface.
+struct RouteElementGeometry {
+    enum Kind : std::int32_t { Other, Line, Arc, ArcThrough, Chord, Transition, TransitionAtEnd } kind = Other;
+    CLine2 chord;          // Line, Chord: the segment p1 -> p2
+    double length = 0.0;   // Line, Chord: its length; Arc, ArcThrough: the arc's
+    CArc2 arc;             // Arc, ArcThrough
+    double angle0 = 0.0;   // Arc: start angle brought into (-pi, pi]; ArcThrough: p1's angle
+    double turn = 0.0;     // Arc: +-pi/2 from radial to tangent; ArcThrough: the turn p1 -> p2
+    CDblPoint origin;      // Transition: the clothoid's standard frame in the world
+    double frameAngle = 0.0, frameCos = 1.0, frameSin = 0.0;
+    bool keepSide = true, fromCurve = false, turnsRight = false;
+    double A = 0.0, l1 = 0.0;  // Transition: the parameter and the arc length at p1
+    double series[6] = {};     // Transition: the denominators of the clothoid series for A
+};
+
+}  // namespace detail
+
 class ORVMATH_API CRoute2 {
 public:
     // ---- model -------------------------------------------------------------
@@ -136,6 +160,20 @@ public:
     // Point at `mile`, shifted sideways by the route's offset plus `offset`
     // (positive to the left); (0, 0) when the mile is not on the route.
     CDblPoint GetPoint(double mile, double offset) const;
+    // GetPoint for many miles at once, with the same answers as calling it
+    // one mile at a time: points[k] = GetPoint(miles[k], offsets[k]) and
+    // angles[k] the tangent direction there (GetCriticalPoint's angle), or
+    // (0, 0) and NaN for a mile off the route. Increasing miles are walked
+    // along the elements (O(count + elements)); any order works, a jump costs
+    // one search. `offsets` may be null (0 for every mile) and so may
+    // `angles` (not wanted); the output blocks hold `count` values each.
+    void GetPoints(const double* miles, const double* offsets, INT_PTR count, CDblPoint* points,
+                   double* angles) const;
+    // The same on arrays: `points` and `angles` are emptied, then get one
+    // value per mile. With `offsets` shorter than `miles` (the arrays' rule
+    // for mismatched sizes) both outputs stay empty.
+    void GetPoints(const CDblArray& miles, const CDblArray& offsets, CDblPointArray& points, CDblArray& angles) const;
+    void GetPoints(const CDblArray& miles, double offset, CDblPointArray& points, CDblArray& angles) const;
     // Point at `mile` on the base alignment (the route's offset ignored).
     CDblPoint GetPointOnBase(double mile) const;
     // Base point at the fraction t in [0, 1] of the chainage; (0, 0) outside.
@@ -235,8 +273,9 @@ private:
     static void GetBool(const CCriticalPoint& p1, const CCriticalPoint& p2, bool& fromCurve, bool& turnsRight);
     // Rebuilds both tables and the end mile from the points.
     void InitLens();
-    // Rebuilds m_SegEnds from m_SegMiles. Whatever writes m_SegMiles directly
-    // (InitLens, SelfScale, a loader) must call it.
+    // Rebuilds m_SegEnds from m_SegMiles and the evaluation data of every
+    // element from the points. Whatever writes the points or m_SegMiles
+    // directly (InitLens, the transforms, a loader) must call it.
     void RebuildMileIndex();
     // Element at `mile`, -1 if none. At a boundary (within
     // kRouteMileBoundaryTol) the element that ends there, or with `upper` the
@@ -251,6 +290,13 @@ private:
     // change it (also for the test rest > above); false when it might.
     bool FindMile(double d, double below, double above, int& index, bool& overAbove, double& fromStart) const;
     SegmentType TypeAt(int index) const;
+    // Element and distance into it for a mile d from the start mile, trying
+    // element `hint` and the next one before a search (the answer is
+    // FindMile's or WalkMiles'); -1 when none.
+    int FindElement(double d, int hint, double& fromStart) const;
+    // GetCriticalPoint with a starting guess for the element.
+    int CriticalPointNear(double mile, int hint, CCriticalPoint& cp) const;
+
 
     CCriticalPointArray m_CriticalPoints;  // n points, n - 1 elements
     double m_dOffset;                      // lateral offset of the whole route
@@ -259,6 +305,7 @@ private:
     CArray<double, double> m_SegMiles;     // per element: chainage on the base line
     CArray<double, double> m_SegLens;      // per element: length on the offset line
     CArray<double, double> m_SegEnds;      // running sums of m_SegMiles; empty when unusable for search
+    std::vector<detail::RouteElementGeometry> m_Geometry;  // per element, from the points
 };
 
 // Equal when the start miles differ by less than kRouteStartMileTol, the

@@ -7,7 +7,9 @@
 
 #include "route_detail.h"
 
+#include <cfloat>
 #include <cmath>
+#include <limits>
 
 namespace ORVMATH {
 
@@ -41,20 +43,48 @@ CArc2 ArcBetween(const CDblPoint& centre, double radius, const CDblPoint& p1, co
 
 // ---------------------------------------------------------------- standard frame
 
+namespace {
+
+// The denominators of the clothoid series for a parameter A, worked out once
+// per element: 40 A^4, 3456 A^8, 6 A^2, 336 A^6, 42240 A^10 and 2 A^2.
+void SeriesDenominators(double A, double (&d)[6]) {
+    d[0] = 40.0 * IntPow(A, 4);
+    d[1] = 3456.0 * IntPow(A, 8);
+    d[2] = 6.0 * IntPow(A, 2);
+    d[3] = 336.0 * IntPow(A, 6);
+    d[4] = 42240.0 * IntPow(A, 10);
+    d[5] = 2.0 * A * A;
+}
+
+// The clothoid at arc length l in its standard frame: three terms of the
+// series in each coordinate. Every clothoid point of the route comes from here.
+CDblPoint SeriesPoint(const double (&d)[6], double l) {
+    const double x = l - IntPow(l, 5) / d[0] + IntPow(l, 9) / d[1];
+    const double y = IntPow(l, 3) / d[2] - IntPow(l, 7) / d[3] + IntPow(l, 11) / d[4];
+    return CDblPoint(x, y);
+}
+
+}  // namespace
+
 double CRoute2::GetStandardTangetAngle(double A, double l) { return l * l / (2.0 * A * A); }
 
 CDblPoint CRoute2::GetStandardPoint(double A, double l, double offset) {
-    const double x = l - IntPow(l, 5) / (40.0 * IntPow(A, 4)) + IntPow(l, 9) / (3456.0 * IntPow(A, 8));
-    const double y = IntPow(l, 3) / (6.0 * IntPow(A, 2)) - IntPow(l, 7) / (336.0 * IntPow(A, 6)) +
-                     IntPow(l, 11) / (42240.0 * IntPow(A, 10));
-    if (offset == 0.0) return CDblPoint(x, y);
-    return CLine2(CDblPoint(x, y), GetStandardTangetAngle(A, l), 1.0).SelfOffset(offset).start;
+    double d[6];
+    SeriesDenominators(A, d);
+    const CDblPoint p = SeriesPoint(d, l);
+    if (offset == 0.0) return p;
+    return CLine2(p, GetStandardTangetAngle(A, l), 1.0).SelfOffset(offset).start;
 }
 
-CDblPoint CRoute2::Standard2World(const CDblPoint& origin, double angle, bool keepSide, const CDblPoint& p) {
+namespace {
+CDblPoint ToWorld(const CDblPoint& origin, double c, double s, bool keepSide, const CDblPoint& p) {
     const double y = keepSide ? p.y : -p.y;
-    const double c = std::cos(angle), s = std::sin(angle);
     return CDblPoint(origin.x + p.x * c - y * s, origin.y + p.x * s + y * c);
+}
+}  // namespace
+
+CDblPoint CRoute2::Standard2World(const CDblPoint& origin, double angle, bool keepSide, const CDblPoint& p) {
+    return ToWorld(origin, std::cos(angle), std::sin(angle), keepSide, p);
 }
 
 CDblPoint CRoute2::World2Standard(const CDblPoint& origin, double angle, bool keepSide, const CDblPoint& p) {
@@ -142,69 +172,161 @@ CArc2 CRoute2::ArcFromTangentThrough(const CCriticalPoint& p1, const CCriticalPo
 
 namespace {
 
-void EvaluateLine(const CCriticalPoint& p1, const CCriticalPoint& p2, double s, CCriticalPoint& cp) {
-    const CLine2 chord(p1.pt, p2.pt);
-    cp.pt = chord.Point(s / chord.Length());
+using Geometry = detail::RouteElementGeometry;
+
+// Everything about the element p1 -> p2 that does not depend on the mile.
+Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2) {
+    Geometry g;
+    switch (p1.type) {
+        case SEGMENT_LINE:
+            g.kind = Geometry::Line;
+            g.chord = CLine2(p1.pt, p2.pt);
+            g.length = g.chord.Length();
+            return g;
+        case SEGMENT_ARC:
+            g.arc = CRoute2::ArcFromTangentRadius(p1, p2);
+            if (!g.arc.IsNull()) {
+                g.kind = Geometry::Arc;
+                g.length = g.arc.Length();
+                g.angle0 = NormalizeAng_Rad(g.arc.startAngle);
+                // The tangent is the radial direction turned a quarter toward the travel.
+                g.turn = g.arc.sweepAngle > 0.0 ? kHalfPi : -kHalfPi;
+                return g;
+            }
+            g.arc = CRoute2::ArcFromTangentThrough(p1, p2);
+            if (!g.arc.IsNull()) {
+                g.kind = Geometry::ArcThrough;
+                g.length = g.arc.Length();
+                g.angle0 = p1.angle;
+                double turn = p2.angle - p1.angle;
+                // Angles of a loaded route are taken as stored: an exact remainder
+                // first, so that a huge or infinite difference cannot loop for ever.
+                if (!(std::fabs(turn) <= 8.0 * kPi)) turn = std::fmod(turn, k2Pi);
+                while (turn > kPi) turn -= k2Pi;
+                while (turn < -kPi) turn += k2Pi;
+                g.turn = turn;
+                return g;
+            }
+            g.kind = Geometry::Chord;  // neither arc exists: the chord
+            g.chord = CLine2(p1.pt, p2.pt);
+            g.length = g.chord.Length();
+            return g;
+        case SEGMENT_TRANSITION: {
+            // A transition whose next point is not ahead has no length: its point is p2.
+            if (!IsAhead(p1, p2)) {
+                g.kind = Geometry::TransitionAtEnd;
+                return g;
+            }
+            g.kind = Geometry::Transition;
+            CCriticalPoint origin;
+            CRoute2::GetTransitionStartPoint(p1, p2, origin, g.fromCurve, g.turnsRight);
+            g.origin = origin.pt;
+            g.frameAngle = origin.angle;
+            g.frameCos = std::cos(origin.angle);
+            g.frameSin = std::sin(origin.angle);
+            // The frame's y axis points to the side of the element's far end from the origin.
+            const CDblPoint& side = g.fromCurve ? p1.pt : p2.pt;
+            g.keepSide = CLine2(origin.pt, origin.angle, 1.0).WhichSide(side, 0.0) == 1;
+            g.A = p1.spiralA;
+            g.l1 = ClothoidLength(g.A, p1.radius);
+            SeriesDenominators(g.A, g.series);
+            return g;
+        }
+        default:
+            return g;  // unknown kinds: the element's first point
+    }
 }
 
-// Returns false when the element was taken as its chord (angle not to be normalised).
-bool EvaluateArc(const CCriticalPoint& p1, const CCriticalPoint& p2, double s, CCriticalPoint& cp) {
-    CArc2 arc = CRoute2::ArcFromTangentRadius(p1, p2);
-    if (!arc.IsNull()) {
-        const double t = s / arc.Length();
-        cp.pt = arc.Point(t);
-        // The tangent is the radial direction turned a quarter toward the travel.
-        cp.angle = NormalizeAng_Rad(arc.startAngle) + arc.sweepAngle * t +
-                   (arc.sweepAngle > 0.0 ? kHalfPi : -kHalfPi);
-        return true;
+// The critical point at distance s from the start of the element p1 -> p2.
+void Evaluate(const Geometry& g, const CCriticalPoint& p1, const CCriticalPoint& p2, double s, CCriticalPoint& cp) {
+    cp = p1;
+    switch (g.kind) {
+        case Geometry::Line:
+            cp.pt = g.chord.Point(s / g.length);
+            return;
+        case Geometry::Arc: {
+            const double t = s / g.length;
+            cp.pt = g.arc.Point(t);
+            cp.angle = NormalizeAng_Rad(g.angle0 + g.arc.sweepAngle * t + g.turn);
+            return;
+        }
+        case Geometry::ArcThrough: {
+            const double t = s / g.length;
+            cp.pt = g.arc.Point(t);
+            cp.angle = NormalizeAng_Rad(g.angle0 + g.turn * t);
+            return;
+        }
+        case Geometry::Chord:
+            cp.type = SEGMENT_LINE;
+            cp.pt = g.chord.Point(s / g.length);
+            cp.angle = (p1.angle + p2.angle) * 0.5;
+            return;
+        case Geometry::TransitionAtEnd:
+            cp = p2;
+            return;
+        case Geometry::Transition: {
+            const double l = g.fromCurve ? g.l1 - s : g.l1 + s;
+            cp.radius = IsDoubleEqual(l, 0.0) ? kInfiniteRadius : g.A * g.A / l;
+            const CDblPoint q = SeriesPoint(g.series, l);
+            double angle = l * l / g.series[5];  // the standard tangent angle
+            if (g.turnsRight) angle = -angle;
+            if (g.fromCurve) angle += kPi;  // the frame runs against the direction of travel
+            cp.pt = ToWorld(g.origin, g.frameCos, g.frameSin, g.keepSide, q);
+            cp.angle = NormalizeAng_Rad(angle + g.frameAngle);
+            return;
+        }
+        case Geometry::Other:
+            return;
     }
-    arc = CRoute2::ArcFromTangentThrough(p1, p2);
-    if (!arc.IsNull()) {
-        const double t = s / arc.Length();
-        cp.pt = arc.Point(t);
-        double turn = p2.angle - p1.angle;
-        // Angles of a loaded route are taken as stored: an exact remainder
-        // first, so that a huge or infinite difference cannot loop for ever.
-        if (!(std::fabs(turn) <= 8.0 * kPi)) turn = std::fmod(turn, k2Pi);
-        while (turn > kPi) turn -= k2Pi;
-        while (turn < -kPi) turn += k2Pi;
-        cp.angle = p1.angle + turn * t;
-        return true;
-    }
-    cp.type = SEGMENT_LINE;
-    EvaluateLine(p1, p2, s, cp);
-    cp.angle = (p1.angle + p2.angle) * 0.5;
-    return false;
-}
-
-// A transition whose next point is not ahead has no length: its point is p2.
-void EvaluateTransition(const CCriticalPoint& p1, const CCriticalPoint& p2, double s, CCriticalPoint& cp) {
-    if (!IsAhead(p1, p2)) {
-        cp = p2;
-        return;
-    }
-    CCriticalPoint origin;
-    bool fromCurve = false, turnsRight = false;
-    CRoute2::GetTransitionStartPoint(p1, p2, origin, fromCurve, turnsRight);
-    const double A = p1.spiralA;
-    const double l1 = ClothoidLength(A, p1.radius);
-    const double l = fromCurve ? l1 - s : l1 + s;
-    cp.radius = IsDoubleEqual(l, 0.0) ? kInfiniteRadius : A * A / l;
-    const CDblPoint q = CRoute2::GetStandardPoint(A, l, 0.0);
-    cp.angle = CRoute2::GetStandardTangetAngle(A, l);
-    if (turnsRight) cp.angle = -cp.angle;
-    if (fromCurve) {
-        cp.pt = CRoute2::Standard2World(origin.pt, origin.angle, p1.pt, q);
-        cp.angle += kPi;  // the frame runs against the direction of travel
-    } else {
-        cp.pt = CRoute2::Standard2World(origin.pt, origin.angle, p2.pt, q);
-    }
-    cp.angle = NormalizeAng_Rad(cp.angle + origin.angle);
 }
 
 }  // namespace
 
-int CRoute2::GetCriticalPoint(double mile, CCriticalPoint& cp) const {
+void CRoute2::RebuildMileIndex() {
+    const INT_PTR n = m_SegMiles.GetSize();
+    m_SegEnds.SetSize(n);
+    double sum = 0.0;
+    for (INT_PTR i = 0; i < n; ++i) {
+        const double m = m_SegMiles[i];
+        // The search relies on the running remainders falling monotonically.
+        if (!(m >= 0.0) || !std::isfinite(m)) {
+            m_SegEnds.RemoveAll();
+            break;
+        }
+        sum += m;
+        m_SegEnds[i] = sum;
+    }
+    const INT_PTR elements = m_CriticalPoints.GetSize() - 1;
+    m_Geometry.clear();
+    for (INT_PTR i = 0; i < elements; ++i) m_Geometry.push_back(Prepare(m_CriticalPoints[i], m_CriticalPoints[i + 1]));
+}
+
+int CRoute2::FindElement(double d, int hint, double& fromStart) const {
+    // The element the hint names, or the next one, when the mile lies there
+    // beyond rounding doubt (FindMile's test); else the full search.
+    const INT_PTR n = m_SegEnds.GetSize();
+    if (hint >= 0 && n == m_SegMiles.GetSize() && std::isfinite(d)) {
+        const double* e = m_SegEnds.GetData();
+        const double slack = (2.0 * static_cast<double>(n) + 4.0) * DBL_EPSILON * (std::fabs(d) + e[n - 1]);
+        for (INT_PTR k = hint; k < n && k <= hint + 1; ++k) {
+            const bool afterStart = k == 0 || d - e[k - 1] >= slack;
+            if (afterStart && d - e[k] < -slack) {
+                fromStart = k == 0 ? d : d - e[k - 1];
+                return static_cast<int>(k);
+            }
+        }
+    }
+    int i = -1;
+    bool unused = false;
+    if (!FindMile(d, 0.0, 0.0, i, unused, fromStart)) {
+        double rest = 0.0;
+        i = WalkMiles(d, 0.0, rest);
+        if (i >= 0) fromStart = m_SegMiles[i] + rest;
+    }
+    return i;
+}
+
+int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp) const {
     if (IsNull()) return -1;
     const INT_PTR n = m_CriticalPoints.GetSize();
     if (std::fabs(mile - m_dStartMile) < kRouteMileSnapTol) {
@@ -218,42 +340,66 @@ int CRoute2::GetCriticalPoint(double mile, CCriticalPoint& cp) const {
     const double d = mile - m_dStartMile;
     if (d < 0.0 || d > GetMile()) return -1;
 
-    // The element where the remaining distance turns negative, and the distance s into it.
-    int i = -1;
     double s = 0.0;
-    bool unused = false;
-    if (!FindMile(d, 0.0, 0.0, i, unused, s)) {
-        double rest = 0.0;
-        i = WalkMiles(d, 0.0, rest);
-        if (i >= 0) s = m_SegMiles[i] + rest;
-    }
+    const int i = FindElement(d, hint, s);
     if (i < 0) return -1;
-
     const CCriticalPoint& p1 = m_CriticalPoints[i];
     const CCriticalPoint& p2 = m_CriticalPoints[i + 1];
-    cp = p1;
-    switch (p1.type) {
-        case SEGMENT_LINE:
-            EvaluateLine(p1, p2, s, cp);
-            break;
-        case SEGMENT_ARC:
-            if (EvaluateArc(p1, p2, s, cp)) cp.angle = NormalizeAng_Rad(cp.angle);
-            break;
-        case SEGMENT_TRANSITION:
-            EvaluateTransition(p1, p2, s, cp);
-            break;
-        default:
-            break;  // unknown kinds: the element's first point
-    }
+    if (static_cast<std::size_t>(i) < m_Geometry.size())
+        Evaluate(m_Geometry[static_cast<std::size_t>(i)], p1, p2, s, cp);
+    else
+        Evaluate(Prepare(p1, p2), p1, p2, s, cp);
     return i;
 }
+
+int CRoute2::GetCriticalPoint(double mile, CCriticalPoint& cp) const { return CriticalPointNear(mile, -1, cp); }
+
+namespace {
+// The point `shift` to the left of cp along its normal.
+CDblPoint Shifted(const CCriticalPoint& cp, double shift) {
+    if (shift == 0.0) return cp.pt;
+    return CDblPoint(cp.pt.x - shift * std::sin(cp.angle), cp.pt.y + shift * std::cos(cp.angle));
+}
+}  // namespace
 
 CDblPoint CRoute2::GetPoint(double mile, double offset) const {
     CCriticalPoint cp;
     if (GetCriticalPoint(mile, cp) < 0) return CDblPoint();
-    const double shift = m_dOffset + offset;
-    if (shift == 0.0) return cp.pt;
-    return CLine2(cp.pt, cp.angle, 1.0).SelfOffset(shift).start;
+    return Shifted(cp, m_dOffset + offset);
+}
+
+void CRoute2::GetPoints(const double* miles, const double* offsets, INT_PTR count, CDblPoint* points,
+                        double* angles) const {
+    int hint = -1;
+    for (INT_PTR k = 0; k < count; ++k) {
+        CCriticalPoint cp;
+        const int i = CriticalPointNear(miles[k], hint, cp);
+        if (i < 0) {
+            points[k] = CDblPoint();
+            if (angles) angles[k] = std::numeric_limits<double>::quiet_NaN();
+            continue;
+        }
+        hint = i;
+        points[k] = Shifted(cp, m_dOffset + (offsets ? offsets[k] : 0.0));
+        if (angles) angles[k] = cp.angle;
+    }
+}
+
+void CRoute2::GetPoints(const CDblArray& miles, const CDblArray& offsets, CDblPointArray& points,
+                        CDblArray& angles) const {
+    points.RemoveAll();
+    angles.RemoveAll();
+    if (offsets.GetSize() < miles.GetSize()) return;
+    points.SetSize(miles.GetSize());
+    angles.SetSize(miles.GetSize());
+    GetPoints(miles.GetData(), offsets.GetData(), miles.GetSize(), points.GetData(), angles.GetData());
+}
+
+void CRoute2::GetPoints(const CDblArray& miles, double offset, CDblPointArray& points, CDblArray& angles) const {
+    CDblArray offsets;
+    offsets.SetSize(miles.GetSize());
+    offsets = offset;
+    GetPoints(miles, offsets, points, angles);
 }
 
 CDblPoint CRoute2::GetPointOnBase(double mile) const {

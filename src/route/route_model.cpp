@@ -48,6 +48,7 @@ void CRoute2::SetNull() {
     m_SegMiles.RemoveAll();
     m_SegLens.RemoveAll();
     m_SegEnds.RemoveAll();
+    m_Geometry.clear();
 }
 
 double CRoute2::GetLength() const {
@@ -119,22 +120,6 @@ void CRoute2::InitLens() {
     }
     m_dEndMile = m_dStartMile + sum;
     RebuildMileIndex();
-}
-
-void CRoute2::RebuildMileIndex() {
-    const INT_PTR n = m_SegMiles.GetSize();
-    m_SegEnds.SetSize(n);
-    double sum = 0.0;
-    for (INT_PTR i = 0; i < n; ++i) {
-        const double m = m_SegMiles[i];
-        // The search relies on the running remainders falling monotonically.
-        if (!(m >= 0.0) || !std::isfinite(m)) {
-            m_SegEnds.RemoveAll();
-            return;
-        }
-        sum += m;
-        m_SegEnds[i] = sum;
-    }
 }
 
 int CRoute2::WalkMiles(double d, double below, double& rest) const {

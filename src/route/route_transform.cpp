@@ -17,6 +17,7 @@ void CRoute2::SelfOffset(double d) {
 
 void CRoute2::SelfTranslate(double dx, double dy) {
     for (CCriticalPoint& p : m_CriticalPoints) p.pt.Offset(dx, dy);
+    RebuildMileIndex();  // the tables stay; the elements' evaluation data moves
 }
 
 void CRoute2::SelfRotate(const CDblPoint& center, double angle) {
@@ -24,6 +25,7 @@ void CRoute2::SelfRotate(const CDblPoint& center, double angle) {
         RotatePoint(center.x, center.y, angle, p.pt);
         p.angle = NormalizeAng_Rad(p.angle + angle);
     }
+    RebuildMileIndex();
 }
 
 void CRoute2::SelfMirror(const CDblPoint& p1, const CDblPoint& p2) {
@@ -37,6 +39,7 @@ void CRoute2::SelfMirror(const CDblPoint& p1, const CDblPoint& p2) {
         p.angle = NormalizeAng(2.0 * axis - p.angle);
         MirrorPoint(p1, p2, p.pt, p.pt);
     }
+    RebuildMileIndex();
 }
 
 void CRoute2::SelfScale(const CDblPoint& center, double factor) {

@@ -1,9 +1,11 @@
 #include "orvroute/alignment.h"
+#include "route/route_reference.h"
 #include "route/route_test_util.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 using namespace route_test;
 
@@ -130,4 +132,64 @@ TEST(CRoute2Lookup, SearchAgreesWithWalkingTheTable) {
             EXPECT_EQ(route.GetCriticalPoint(end + 1e-9, cp), i + 1);
         }
     }
+}
+
+// The precomputed element geometry answers as the first implementation did (route_reference.h rebuilds every
+// element's geometry per call): the same element, positions within 1e-9 m, angles within 1e-12 rad, over 10^5 random
+// miles on the sample road and a 1000-element alignment, with boundary miles, transforms and an offset route.
+TEST(CRoute2Points, PrecomputedGeometryAgreesWithTheReference) {
+    CRoute2 generated = orvroute::GeneratedRoute(1000);
+    generated.SelfRotate(CDblPoint(50, -20), 0.4);
+    generated.SelfMirror(CDblPoint(0, 0), CDblPoint(1, 2));
+    const CRoute2 routes[] = {orvroute::SampleRoute(), generated, orvroute::SampleRoute().Offset(-3.5)};
+    std::mt19937_64 rng(7);
+    for (const CRoute2& route : routes) {
+        std::uniform_real_distribution<double> mile(route.GetStartMile() - 1, route.GetEndMile() + 1);
+        std::vector<double> miles(100000);
+        for (double& m : miles) m = mile(rng);
+        double end = route.GetStartMile();
+        for (int i = 0; i + 1 < route.GetCriticalPoints().GetSize(); ++i, end += route.GetSegMile(i - 1))
+            for (double delta : {-1e-9, 0.0, 1e-9}) miles.push_back(end + route.GetSegMile(i) + delta);
+        for (double m : miles) {
+            CCriticalPoint want, got;
+            const int index = route_reference::CriticalPoint(route, m, want);
+            ASSERT_EQ(route.GetCriticalPoint(m, got), index) << m;
+            const CDblPoint a = route_reference::Point(route, m, 1.75), b = route.GetPoint(m, 1.75);
+            ASSERT_LE(Distance(a, b), 1e-9) << m;
+            if (index < 0) continue;
+            ASSERT_LE(Distance(want.pt, got.pt), 1e-9) << m;
+            ASSERT_LE(std::fabs(want.angle - got.angle), 1e-12) << m;
+            ASSERT_NEAR(1 / want.radius, 1 / got.radius, 1e-12) << m;  // curvature; s may round differently
+        }
+    }
+}
+
+// Many miles at once give exactly what one call per mile gives, in increasing, decreasing and random order, with
+// miles off the route as (0, 0) and a NaN direction.
+TEST(CRoute2Points, BatchEqualsOneCallPerMile) {
+    const CRoute2 route = orvroute::GeneratedRoute(200);
+    CDblArray miles, offsets;
+    for (double m = route.GetStartMile() - 3; m <= route.GetEndMile() + 3; m += 0.37) miles.Add(m);
+    for (INT_PTR k = miles.GetSize() - 1; k >= 0; k -= 3) miles.Add(miles[k]);  // backwards
+    std::mt19937 rng(3);
+    std::uniform_real_distribution<double> any(route.GetStartMile(), route.GetEndMile());
+    for (int k = 0; k < 500; ++k) miles.Add(any(rng));
+    for (INT_PTR k = 0; k < miles.GetSize(); ++k) offsets.Add((k % 5 - 2) * 1.5);
+    CDblPointArray points;
+    CDblArray angles;
+    route.GetPoints(miles, offsets, points, angles);
+    ASSERT_EQ(points.GetSize(), miles.GetSize());
+    for (INT_PTR k = 0; k < miles.GetSize(); ++k) {
+        CCriticalPoint cp;
+        const bool on = route.GetCriticalPoint(miles[k], cp) >= 0;
+        const CDblPoint p = route.GetPoint(miles[k], offsets[k]);
+        ASSERT_TRUE(points[k].x == p.x && points[k].y == p.y) << k;
+        if (on)
+            ASSERT_EQ(angles[k], cp.angle) << k;
+        else
+            ASSERT_TRUE(std::isnan(angles[k]) && points[k].IsNull()) << k;
+    }
+    offsets.RemoveAt(0);  // one offset short: nothing is evaluated
+    route.GetPoints(miles, offsets, points, angles);
+    EXPECT_TRUE(points.IsEmpty() && angles.IsEmpty());
 }
