@@ -7,7 +7,9 @@
 #include <orvmath/route2.h>
 #include <orvmath/tolerance.h>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace route_reference {
 using namespace ORVMATH;
@@ -60,8 +62,19 @@ inline void Evaluate(const CCriticalPoint& p1, const CCriticalPoint& p2, double 
     }
 }
 
-// GetCriticalPoint: the end snaps, then a walk down the mile table.
-inline int CriticalPoint(const CRoute2& route, double mile, CCriticalPoint& cp) {
+// The running sums of the mile table, which the first implementation also
+// kept to find a mile's element by bisection.
+inline std::vector<double> MileEnds(const CRoute2& route) {
+    std::vector<double> ends;
+    double sum = 0.0;
+    for (int i = 0; i + 1 < route.GetCriticalPoints().GetSize(); ++i) ends.push_back(sum += route.GetSegMile(i));
+    return ends;
+}
+
+// GetCriticalPoint: the end snaps, then the element by a walk down the mile
+// table, or by bisection over `ends` (MileEnds) when given.
+inline int CriticalPoint(const CRoute2& route, double mile, CCriticalPoint& cp,
+                         const std::vector<double>* ends = nullptr) {
     const CCriticalPointArray& pts = route.GetCriticalPoints();
     if (route.IsNull()) return -1;
     if (std::fabs(mile - route.GetStartMile()) < kRouteMileSnapTol) {
@@ -74,6 +87,13 @@ inline int CriticalPoint(const CRoute2& route, double mile, CCriticalPoint& cp) 
     }
     double d = mile - route.GetStartMile();
     if (d < 0.0 || d > route.GetMile()) return -1;
+    if (ends) {
+        const auto hit = std::partition_point(ends->begin(), ends->end(), [d](double e) { return !(d - e < 0.0); });
+        if (hit == ends->end()) return -1;
+        const int i = static_cast<int>(hit - ends->begin());
+        Evaluate(pts[i], pts[i + 1], i == 0 ? d : d - (*ends)[i - 1], cp);
+        return i;
+    }
     for (int i = 0; i + 1 < pts.GetSize(); ++i) {
         d -= route.GetSegMile(i);
         if (d < 0.0) {
@@ -85,9 +105,9 @@ inline int CriticalPoint(const CRoute2& route, double mile, CCriticalPoint& cp) 
 }
 
 // GetPoint: the offset applied by a unit segment along the tangent.
-inline CDblPoint Point(const CRoute2& route, double mile, double offset) {
+inline CDblPoint Point(const CRoute2& route, double mile, double offset, const std::vector<double>* ends = nullptr) {
     CCriticalPoint cp;
-    if (CriticalPoint(route, mile, cp) < 0) return CDblPoint();
+    if (CriticalPoint(route, mile, cp, ends) < 0) return CDblPoint();
     const double shift = route.GetOffset() + offset;
     if (shift == 0.0) return cp.pt;
     return CLine2(cp.pt, cp.angle, 1.0).SelfOffset(shift).start;
