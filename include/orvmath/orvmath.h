@@ -20,6 +20,7 @@
 #include <orvmath/linalg.h>
 #include <orvmath/complex.h>
 #include <orvmath/polygon.h>
+#include <orvmath/preparedpolygon.h>
 #include <orvmath/route2.h>
 #include <orvmath/vector3d.h>
 #include <orvmath/matrix4.h>

@@ -1,4 +1,3 @@
-#include <orvmath/linalg.h>
 #include <orvmath/polygon.h>
 
 #include <cmath>
@@ -9,10 +8,9 @@ namespace {
 
 constexpr int kTooFewVertices = 3;  // thrown (as a plain int) by the convexity tests below three vertices
 
-double Cross(const CDblSize& u, const CDblSize& v) noexcept {
-    double a[2] = {u.cx, u.cy}, b[2] = {v.cx, v.cy};
-    return CrossProduct(a, b);
-}
+// The planar cross product, as CrossProduct of two 2-vectors computes it
+// (inline here: it is the inner loop of every predicate below).
+inline double Cross(const CDblSize& u, const CDblSize& v) noexcept { return u.cx * v.cy - u.cy * v.cx; }
 
 // +1, 0 or -1; NaN counts as negative.
 int Sign(double c) noexcept { return c > 0 ? 1 : (c == 0 ? 0 : -1); }
@@ -49,7 +47,7 @@ double PolygonArea(const CDblPointArray& polygon) {
     double s = 0.0;
     for (INT_PTR i = 0; i < n; ++i) {
         const CDblPoint& a = v[i];
-        const CDblPoint& b = v[(i + 1) % n];
+        const CDblPoint& b = v[i + 1 == n ? 0 : i + 1];
         s += (b.x - a.x) * (a.y + b.y);
     }
     return std::fabs(s * 0.5);
@@ -61,7 +59,7 @@ bool PtInPolygon(const CDblPointArray& polygon, const CDblPoint& pt) {
     const CDblPoint* v = polygon.GetData();
     TurnSense sense;
     for (INT_PTR i = 0; i < n; ++i) {
-        if (!sense.Accept(Sign(Cross(v[(i + 1) % n] - v[i], pt - v[i])))) return false;
+        if (!sense.Accept(Sign(Cross(v[i + 1 == n ? 0 : i + 1] - v[i], pt - v[i])))) return false;
     }
     return true;
 }
@@ -77,9 +75,9 @@ bool PtInPolygonEx(const CDblPointArray& polygon, const CDblPoint& pt) {
     for (INT_PTR i = 0; i < n; prev = &v[i], ++i) {
         const int q1 = Quadrant(v[i], pt);
         if (q1 == q) continue;
-        if (q1 == (q + 1) % 4) {
+        if (q1 == ((q + 1) & 3)) {
             ++w;
-        } else if (q == (q1 + 1) % 4) {
+        } else if (q == ((q1 + 1) & 3)) {
             --w;
         } else {
             // A jump to the opposite quadrant: the side of pt decides the
@@ -116,7 +114,7 @@ int IsConcavePolygon(const CDblPointArray& polygon) {
     CDblSize e = v[0] - v[n - 1];
     TurnSense sense;
     for (INT_PTR i = 0; i < n; ++i) {
-        const CDblSize e1 = v[(i + 1) % n] - v[i];
+        const CDblSize e1 = v[i + 1 == n ? 0 : i + 1] - v[i];
         if (!sense.Accept(Sign(Cross(e, e1)))) return 1;
         e = e1;
     }
