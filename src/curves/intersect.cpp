@@ -46,6 +46,15 @@ bool IsOnBoundedSegment(const CDblPoint& x, const CDblPoint& a, const CDblPoint&
     return true;
 }
 
+// Do the bounding boxes of segments p and q, each grown by `margin`, miss
+// each other? NaN coordinates never count as apart.
+bool BoxesApart(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& q1, const CDblPoint& q2, double margin) {
+    return std::max(p1.x, p2.x) + margin < std::min(q1.x, q2.x) - margin ||
+           std::max(q1.x, q2.x) + margin < std::min(p1.x, p2.x) - margin ||
+           std::max(p1.y, p2.y) + margin < std::min(q1.y, q2.y) - margin ||
+           std::max(q1.y, q2.y) + margin < std::min(p1.y, p2.y) - margin;
+}
+
 // The unbounded-extension rules of the segment form: shared ends, then a
 // segment shrunk to a point. True when one of these cases applies (whether
 // or not it produced a point).
@@ -103,13 +112,25 @@ bool XLineLine(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& q1, co
     return true;
 }
 
-void XLineLine(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& q1, const CDblPoint& q2,
-               CDblPointArray& out, ExtendType how) {
+void XLineLine(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& q1, const CDblPoint& q2, CDblPointArray& out,
+               ExtendType how) {
     out.RemoveAll();
-    if (how == ExtendNone && SettleSharedOrDegenerate(p1, p2, q1, q2, out)) return;
+    const double slack = CDistanceEpsilon::get();
+    if (how == ExtendNone) {
+        if (SettleSharedOrDegenerate(p1, p2, q1, q2, out)) return;
+        // A point is accepted only within the distance (or point) epsilon of
+        // both segments, so segments whose boxes stay apart by more than that,
+        // and by more than rounding can move the point, cannot meet: most
+        // pairs of a drawing end here, before any line is solved.
+        const CDblPoint eps = CDblPointEpsilon::get();
+        double scale = 0.0;
+        for (const CDblPoint* p : {&p1, &p2, &q1, &q2})
+            scale = std::max(scale, std::max(std::fabs(p->x), std::fabs(p->y)));
+        if (BoxesApart(p1, p2, q1, q2, std::max(std::max(slack, 0.0), std::max(eps.x, eps.y)) + 1e-9 * (1.0 + scale)))
+            return;
+    }
     CDblPoint x;
     if (!XLineLine(p1, p2, q1, q2, x)) return;
-    const double slack = CDistanceEpsilon::get();
     if (!(how & ExtendFirst) && !IsOnBoundedSegment(x, p1, p2, slack)) return;
     if (!(how & ExtendSecond) && !IsOnBoundedSegment(x, q1, q2, slack)) return;
     out.Add(x);
@@ -393,7 +414,9 @@ std::vector<double> ParamRoots(const Residual& res) {
     // Rounding can split a touching point into two roots a hair apart:
     // merge neighbours whose midpoint still lies on both curves.
     std::vector<double> merged;
-    const auto touching = [&](double a, double b) { return b - a < h && std::fabs(res.F(0.5 * (a + b))) <= kEllipseTangentSlack; };
+    const auto touching = [&](double a, double b) {
+        return b - a < h && std::fabs(res.F(0.5 * (a + b))) <= kEllipseTangentSlack;
+    };
     for (double t : roots) {
         if (!merged.empty() && touching(merged.back(), t))
             merged.back() = 0.5 * (merged.back() + t);

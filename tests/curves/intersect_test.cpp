@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 #include <vector>
 
 using namespace ORVMATH;
@@ -217,4 +218,33 @@ TEST(XEllipseEllipse, CommonPointsInParametricOrderOnTheFirstEllipse) {
     CDblPointArray out;
     XEllipseEllipse(CDblRect(-1, -1, 1, 1), CDblRect(m.x - 1, m.y - 1, m.x + 1, m.y + 1), 0, 360, 0, 360, out);
     ExpectPoints(out, {t}, 1e-6);
+}
+
+// The early rejection of segment pairs by their boxes changes no answer: against the full computation (the lines'
+// intersection, then each segment's end rule with the distance epsilon) on pairs that miss, touch within the epsilon,
+// end just beyond it and cross, at small and large coordinates.
+TEST(XLineLine, BoxRejectionKeepsEveryAnswer) {
+    std::mt19937 rng(21);
+    std::uniform_int_distribution<int> grid(0, 4);
+    std::uniform_real_distribution<double> jitter(-2.5e-3, 2.5e-3);
+    const auto onSegment = [](const CDblPoint& x, const CDblPoint& a, const CDblPoint& b) {
+        const double t = ProjectOnLine(x, a, b);
+        return t < 0 ? Distance(x, a) <= 1e-3 : t > 1 ? Distance(x, b) <= 1e-3 : true;
+    };
+    for (double base : {0.0, 1e6}) {
+        for (int k = 0; k < 20000; ++k) {
+            CDblPoint v[4];
+            for (CDblPoint& p : v) p = CDblPoint(base + grid(rng) + jitter(rng), base + grid(rng) + jitter(rng));
+            if (v[0] == v[1] || v[2] == v[3] || v[0] == v[2] || v[0] == v[3] || v[1] == v[2] || v[1] == v[3])
+                continue;  // shared ends and point segments are settled before any box is looked at
+            CDblPointArray got;
+            XLineLine(v[0], v[1], v[2], v[3], got, ExtendType(0));
+            CDblPoint x;
+            const bool want = XLineLine(v[0], v[1], v[2], v[3], x) && onSegment(x, v[0], v[1]) && onSegment(x, v[2], v[3]);
+            ASSERT_EQ(got.GetSize(), want ? 1 : 0) << k;
+            if (want) {
+                ASSERT_TRUE(got[0].x == x.x && got[0].y == x.y) << k;
+            }
+        }
+    }
 }
