@@ -117,17 +117,21 @@ void XLineLine(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& q1, co
     out.RemoveAll();
     const double slack = CDistanceEpsilon::get();
     if (how == ExtendNone) {
-        if (SettleSharedOrDegenerate(p1, p2, q1, q2, out)) return;
         // A point is accepted only within the distance (or point) epsilon of
-        // both segments, so segments whose boxes stay apart by more than that,
-        // and by more than rounding can move the point, cannot meet: most
-        // pairs of a drawing end here, before any line is solved.
-        const CDblPoint eps = CDblPointEpsilon::get();
-        double scale = 0.0;
-        for (const CDblPoint* p : {&p1, &p2, &q1, &q2})
-            scale = std::max(scale, std::max(std::fabs(p->x), std::fabs(p->y)));
-        if (BoxesApart(p1, p2, q1, q2, std::max(std::max(slack, 0.0), std::max(eps.x, eps.y)) + 1e-9 * (1.0 + scale)))
-            return;
+        // both segments, and shared ends are equal within the point epsilon,
+        // so segments whose boxes stay apart by more than that, and by more
+        // than rounding can move the point, cannot meet: most pairs of a
+        // drawing end here, before any line is solved. A segment shrunk to a
+        // point is tested against the other's whole line, so it goes on.
+        if (!(p1 == p2) && !(q1 == q2)) {
+            const CDblPoint eps = CDblPointEpsilon::get();
+            double scale = 0.0;
+            for (const CDblPoint* p : {&p1, &p2, &q1, &q2})
+                scale = std::max(scale, std::max(std::fabs(p->x), std::fabs(p->y)));
+            const double margin = std::max(std::max(slack, 0.0), std::max(eps.x, eps.y)) + 1e-9 * (1.0 + scale);
+            if (BoxesApart(p1, p2, q1, q2, margin)) return;
+        }
+        if (SettleSharedOrDegenerate(p1, p2, q1, q2, out)) return;
     }
     CDblPoint x;
     if (!XLineLine(p1, p2, q1, q2, x)) return;
