@@ -92,6 +92,7 @@ namespace detail {
 struct RouteElementGeometry {
     enum Kind : std::int32_t { Other, Line, Arc, ArcThrough, Chord, Transition, TransitionAtEnd } kind = Other;
     CLine2 chord;          // Line, Chord: the segment p1 -> p2
+    CDblSize tangent;      // Line, Chord: the unit vector of the element's direction
     double length = 0.0;   // Line, Chord: its length; Arc, ArcThrough: the arc's
     CArc2 arc;             // Arc, ArcThrough
     double angle0 = 0.0;   // Arc: start angle brought into (-pi, pi]; ArcThrough: p1's angle
@@ -294,8 +295,9 @@ private:
     // element `hint` and the next one before a search (the answer is
     // FindMile's or WalkMiles'); -1 when none.
     int FindElement(double d, int hint, double& fromStart) const;
-    // GetCriticalPoint with a starting guess for the element.
-    int CriticalPointNear(double mile, int hint, CCriticalPoint& cp) const;
+    // GetCriticalPoint with a starting guess for the element; also the unit
+    // tangent (the direction of cp.angle) when `tangent` is given.
+    int CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSize* tangent) const;
 
 
     CCriticalPointArray m_CriticalPoints;  // n points, n - 1 elements

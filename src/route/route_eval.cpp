@@ -174,6 +174,9 @@ namespace {
 
 using Geometry = detail::RouteElementGeometry;
 
+// The unit vector in the direction `angle`.
+CDblSize Direction(double angle) { return CDblSize(std::cos(angle), std::sin(angle)); }
+
 // Everything about the element p1 -> p2 that does not depend on the mile.
 Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2) {
     Geometry g;
@@ -182,6 +185,7 @@ Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2) {
             g.kind = Geometry::Line;
             g.chord = CLine2(p1.pt, p2.pt);
             g.length = g.chord.Length();
+            g.tangent = Direction(p1.angle);  // a straight keeps its stored direction
             return g;
         case SEGMENT_ARC:
             g.arc = CRoute2::ArcFromTangentRadius(p1, p2);
@@ -210,6 +214,7 @@ Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2) {
             g.kind = Geometry::Chord;  // neither arc exists: the chord
             g.chord = CLine2(p1.pt, p2.pt);
             g.length = g.chord.Length();
+            g.tangent = Direction((p1.angle + p2.angle) * 0.5);
             return g;
         case SEGMENT_TRANSITION: {
             // A transition whose next point is not ahead has no length: its point is p2.
@@ -237,33 +242,41 @@ Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2) {
     }
 }
 
-// The critical point at distance s from the start of the element p1 -> p2.
-void Evaluate(const Geometry& g, const CCriticalPoint& p1, const CCriticalPoint& p2, double s, CCriticalPoint& cp) {
+// The critical point at distance s from the start of the element p1 -> p2,
+// and the unit tangent there (the direction of cp.angle) when `tangent` is
+// given, taken from what the evaluation has already worked out where it can.
+void Evaluate(const Geometry& g, const CCriticalPoint& p1, const CCriticalPoint& p2, double s, CCriticalPoint& cp,
+              CDblSize* tangent = nullptr) {
     cp = p1;
     switch (g.kind) {
         case Geometry::Line:
             cp.pt = g.chord.Point(s / g.length);
+            if (tangent) *tangent = g.tangent;
             return;
         case Geometry::Arc: {
-            const double t = s / g.length;
-            cp.pt = g.arc.Point(t);
+            const double t = s / g.length, theta = g.arc.startAngle + t * g.arc.sweepAngle;
+            const double c = std::cos(theta), sn = std::sin(theta);
+            cp.pt = CDblPoint(g.arc.centre.x + g.arc.radius * c, g.arc.centre.y + g.arc.radius * sn);
             cp.angle = NormalizeAng_Rad(g.angle0 + g.arc.sweepAngle * t + g.turn);
+            // The tangent is the radius turned a quarter toward the travel.
+            if (tangent) *tangent = g.turn > 0.0 ? CDblSize(-sn, c) : CDblSize(sn, -c);
             return;
         }
         case Geometry::ArcThrough: {
             const double t = s / g.length;
             cp.pt = g.arc.Point(t);
             cp.angle = NormalizeAng_Rad(g.angle0 + g.turn * t);
-            return;
+            break;
         }
         case Geometry::Chord:
             cp.type = SEGMENT_LINE;
             cp.pt = g.chord.Point(s / g.length);
             cp.angle = (p1.angle + p2.angle) * 0.5;
+            if (tangent) *tangent = g.tangent;
             return;
         case Geometry::TransitionAtEnd:
             cp = p2;
-            return;
+            break;
         case Geometry::Transition: {
             const double l = g.fromCurve ? g.l1 - s : g.l1 + s;
             cp.radius = IsDoubleEqual(l, 0.0) ? kInfiniteRadius : g.A * g.A / l;
@@ -273,11 +286,12 @@ void Evaluate(const Geometry& g, const CCriticalPoint& p1, const CCriticalPoint&
             if (g.fromCurve) angle += kPi;  // the frame runs against the direction of travel
             cp.pt = ToWorld(g.origin, g.frameCos, g.frameSin, g.keepSide, q);
             cp.angle = NormalizeAng_Rad(angle + g.frameAngle);
-            return;
+            break;
         }
         case Geometry::Other:
-            return;
+            break;
     }
+    if (tangent) *tangent = Direction(cp.angle);
 }
 
 }  // namespace
@@ -326,15 +340,17 @@ int CRoute2::FindElement(double d, int hint, double& fromStart) const {
     return i;
 }
 
-int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp) const {
+int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSize* tangent) const {
     if (IsNull()) return -1;
     const INT_PTR n = m_CriticalPoints.GetSize();
     if (std::fabs(mile - m_dStartMile) < kRouteMileSnapTol) {
         cp = m_CriticalPoints[0];
+        if (tangent) *tangent = Direction(cp.angle);
         return 0;
     }
     if (std::fabs(mile - m_dEndMile) < kRouteMileSnapTol) {
         cp = m_CriticalPoints[n - 1];
+        if (tangent) *tangent = Direction(cp.angle);
         return static_cast<int>(n - 2);
     }
     const double d = mile - m_dStartMile;
@@ -346,26 +362,29 @@ int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp) const 
     const CCriticalPoint& p1 = m_CriticalPoints[i];
     const CCriticalPoint& p2 = m_CriticalPoints[i + 1];
     if (static_cast<std::size_t>(i) < m_Geometry.size())
-        Evaluate(m_Geometry[static_cast<std::size_t>(i)], p1, p2, s, cp);
+        Evaluate(m_Geometry[static_cast<std::size_t>(i)], p1, p2, s, cp, tangent);
     else
-        Evaluate(Prepare(p1, p2), p1, p2, s, cp);
+        Evaluate(Prepare(p1, p2), p1, p2, s, cp, tangent);
     return i;
 }
 
-int CRoute2::GetCriticalPoint(double mile, CCriticalPoint& cp) const { return CriticalPointNear(mile, -1, cp); }
+int CRoute2::GetCriticalPoint(double mile, CCriticalPoint& cp) const {
+    return CriticalPointNear(mile, -1, cp, nullptr);
+}
 
 namespace {
-// The point `shift` to the left of cp along its normal.
-CDblPoint Shifted(const CCriticalPoint& cp, double shift) {
-    if (shift == 0.0) return cp.pt;
-    return CDblPoint(cp.pt.x - shift * std::sin(cp.angle), cp.pt.y + shift * std::cos(cp.angle));
+// The point `shift` to the left of p along the unit tangent t.
+CDblPoint Shifted(const CDblPoint& p, const CDblSize& t, double shift) {
+    if (shift == 0.0) return p;
+    return CDblPoint(p.x - shift * t.cy, p.y + shift * t.cx);
 }
 }  // namespace
 
 CDblPoint CRoute2::GetPoint(double mile, double offset) const {
     CCriticalPoint cp;
-    if (GetCriticalPoint(mile, cp) < 0) return CDblPoint();
-    return Shifted(cp, m_dOffset + offset);
+    CDblSize tangent;
+    if (CriticalPointNear(mile, -1, cp, &tangent) < 0) return CDblPoint();
+    return Shifted(cp.pt, tangent, m_dOffset + offset);
 }
 
 void CRoute2::GetPoints(const double* miles, const double* offsets, INT_PTR count, CDblPoint* points,
@@ -373,14 +392,15 @@ void CRoute2::GetPoints(const double* miles, const double* offsets, INT_PTR coun
     int hint = -1;
     for (INT_PTR k = 0; k < count; ++k) {
         CCriticalPoint cp;
-        const int i = CriticalPointNear(miles[k], hint, cp);
+        CDblSize tangent;
+        const int i = CriticalPointNear(miles[k], hint, cp, &tangent);
         if (i < 0) {
             points[k] = CDblPoint();
             if (angles) angles[k] = std::numeric_limits<double>::quiet_NaN();
             continue;
         }
         hint = i;
-        points[k] = Shifted(cp, m_dOffset + (offsets ? offsets[k] : 0.0));
+        points[k] = Shifted(cp.pt, tangent, m_dOffset + (offsets ? offsets[k] : 0.0));
         if (angles) angles[k] = cp.angle;
     }
 }
