@@ -274,8 +274,8 @@ private:
     static void GetBool(const CCriticalPoint& p1, const CCriticalPoint& p2, bool& fromCurve, bool& turnsRight);
     // Rebuilds both tables and the end mile from the points.
     void InitLens();
-    // Rebuilds m_SegEnds from m_SegMiles and the evaluation data of every
-    // element from the points. Whatever writes the points or m_SegMiles
+    // Rebuilds m_SegEnds and the mile buckets from m_SegMiles and the
+    // evaluation data of every element from the points. Whatever writes the points or m_SegMiles
     // directly (InitLens, the transforms, a loader) must call it.
     void RebuildMileIndex();
     // Element at `mile`, -1 if none. At a boundary (within
@@ -308,6 +308,8 @@ private:
     CArray<double, double> m_SegLens;      // per element: length on the offset line
     CArray<double, double> m_SegEnds;      // running sums of m_SegMiles; empty when unusable for search
     std::vector<detail::RouteElementGeometry> m_Geometry;  // per element, from the points
+    std::vector<int> m_MileBuckets;  // per bucket of m_BucketMiles chainage: the element where it begins
+    double m_BucketMiles = 0.0;
 };
 
 // Equal when the start miles differ by less than kRouteStartMileTol, the

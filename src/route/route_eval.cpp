@@ -8,6 +8,7 @@
 #include "route_detail.h"
 
 #include <cfloat>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -310,6 +311,18 @@ void CRoute2::RebuildMileIndex() {
         sum += m;
         m_SegEnds[i] = sum;
     }
+    // Buckets of equal chainage, about two per element, each naming the
+    // element where it begins: a mile's element is then found in a step or two.
+    m_MileBuckets.clear();
+    if (m_SegEnds.GetSize() > 0 && m_SegEnds[n - 1] > 0.0) {
+        const INT_PTR buckets = 2 * n;
+        m_BucketMiles = m_SegEnds[n - 1] / static_cast<double>(buckets);
+        const double* e = m_SegEnds.GetData();
+        for (INT_PTR b = 0, k = 0; b < buckets; ++b) {
+            while (k + 1 < n && e[k] <= static_cast<double>(b) * m_BucketMiles) ++k;
+            m_MileBuckets.push_back(static_cast<int>(k));
+        }
+    }
     const INT_PTR elements = m_CriticalPoints.GetSize() - 1;
     m_Geometry.clear();
     for (INT_PTR i = 0; i < elements; ++i) m_Geometry.push_back(Prepare(m_CriticalPoints[i], m_CriticalPoints[i + 1]));
@@ -317,17 +330,25 @@ void CRoute2::RebuildMileIndex() {
 
 int CRoute2::FindElement(double d, int hint, double& fromStart) const {
     // The element the hint names, or the next one, when the mile lies there
-    // beyond rounding doubt (FindMile's test); else the full search.
+    // beyond rounding doubt (FindMile's test); then the same for the element
+    // where d's bucket of the mile index begins; else the full search.
     const INT_PTR n = m_SegEnds.GetSize();
-    if (hint >= 0 && n == m_SegMiles.GetSize() && std::isfinite(d)) {
+    if (n == m_SegMiles.GetSize() && n > 0 && std::isfinite(d)) {
         const double* e = m_SegEnds.GetData();
         const double slack = (2.0 * static_cast<double>(n) + 4.0) * DBL_EPSILON * (std::fabs(d) + e[n - 1]);
-        for (INT_PTR k = hint; k < n && k <= hint + 1; ++k) {
-            const bool afterStart = k == 0 || d - e[k - 1] >= slack;
-            if (afterStart && d - e[k] < -slack) {
-                fromStart = k == 0 ? d : d - e[k - 1];
-                return static_cast<int>(k);
-            }
+        const auto sure = [&](INT_PTR k) {
+            if (k < 0 || k >= n || !(k == 0 || d - e[k - 1] >= slack) || !(d - e[k] < -slack)) return false;
+            fromStart = k == 0 ? d : d - e[k - 1];
+            return true;
+        };
+        if (sure(hint)) return hint;
+        if (sure(hint + 1)) return hint + 1;
+        if (!m_MileBuckets.empty()) {
+            const double b = std::floor(d / m_BucketMiles);
+            const INT_PTR last = static_cast<INT_PTR>(m_MileBuckets.size()) - 1;
+            const INT_PTR k = m_MileBuckets[static_cast<std::size_t>(b > 0.0 ? std::min<double>(b, last) : 0.0)];
+            if (sure(k)) return static_cast<int>(k);
+            if (sure(k + 1)) return static_cast<int>(k + 1);
         }
     }
     int i = -1;

@@ -49,6 +49,7 @@ void CRoute2::SetNull() {
     m_SegLens.RemoveAll();
     m_SegEnds.RemoveAll();
     m_Geometry.clear();
+    m_MileBuckets.clear();
 }
 
 double CRoute2::GetLength() const {
