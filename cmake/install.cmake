@@ -24,5 +24,9 @@ install(FILES
   ${PROJECT_BINARY_DIR}/ORV_MathToolConfigVersion.cmake
   DESTINATION ${ORVMATH_CMAKE_DIR})
 
+# The pkg-config file names its prefix relative to its own folder, so the
+# installed tree can be moved (or installed with --prefix) and still work.
+file(RELATIVE_PATH ORVMATH_PC_PREFIX_FROM_PCDIR /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" ORVMATH_PC_PREFIX_FROM_PCDIR "${ORVMATH_PC_PREFIX_FROM_PCDIR}")
 configure_file(cmake/orvmath.pc.in ${PROJECT_BINARY_DIR}/orvmath.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/orvmath.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,6 +1,10 @@
 // Predicates and measures of a polygon given as its vertices in order; the
 // closing edge from the last vertex back to the first is implied (the first
 // vertex is not repeated). Every comparison is exact: no tolerance applies.
+//
+// PtInPolygon and IsConcavePolygon throw the plain int 3 below three vertices
+// (kept: callers catch it). An int is not a std::exception, so
+// catch (const std::exception&) does not see it: catch (int) or catch (...).
 #pragma once
 
 #include <orvmath/containers.h>
