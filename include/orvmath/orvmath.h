@@ -16,6 +16,7 @@
 #include <orvmath/pointline.h>
 #include <orvmath/line2.h>
 #include <orvmath/arc2.h>
+#include <orvmath/arcbuild.h>
 #include <orvmath/circle2.h>
 #include <orvmath/linalg.h>
 #include <orvmath/complex.h>

@@ -2,6 +2,7 @@
 // frame, and the arcs of arc elements.
 #include <orvmath/route2.h>
 
+#include <orvmath/arcbuild.h>
 #include <orvmath/pointline.h>
 #include <orvmath/tolerance.h>
 
@@ -25,19 +26,6 @@ inline double IntPow(double x, int n) {
     for (; n > 0; n >>= 1, x *= x)
         if (n & 1) result *= x;
     return result;
-}
-
-// The arc about `centre` from p1 to p2, turning counter-clockwise when ccw,
-// with a sweep in (0, 2*pi] (negated for clockwise).
-CArc2 ArcBetween(const CDblPoint& centre, double radius, const CDblPoint& p1, const CDblPoint& p2, bool ccw) {
-    const double start = std::atan2(p1.y - centre.y, p1.x - centre.x);
-    double sweep = std::atan2(p2.y - centre.y, p2.x - centre.x) - start;
-    if (ccw) {
-        if (sweep <= 0.0) sweep += k2Pi;
-    } else if (sweep >= 0.0) {
-        sweep -= k2Pi;
-    }
-    return CArc2(centre, radius, start, sweep);
 }
 
 }  // namespace
@@ -154,19 +142,11 @@ CArc2 CRoute2::ArcFromTangentRadius(const CCriticalPoint& p1, const CCriticalPoi
     const double side = ccw ? r : -r;
     const CDblPoint centre(p1.pt.x - side * ty, p1.pt.y + side * tx);
     if (!(std::fabs(Distance(centre, p2.pt) - r) <= kRouteArcFitTol)) return CArc2();
-    return ArcBetween(centre, r, p1.pt, p2.pt, ccw);
+    return CalArcFromCenter(centre, r, p1.pt, p2.pt, ccw);
 }
 
 CArc2 CRoute2::ArcFromTangentThrough(const CCriticalPoint& p1, const CCriticalPoint& p2) {
-    // The centre lies on p1's normal at signed distance r (left positive) with
-    // |centre - p2| = |r|, which gives r = |d|^2 / (2 d.n), d = p2 - p1.
-    const double nx = -std::sin(p1.angle), ny = std::cos(p1.angle);
-    const double dx = p2.pt.x - p1.pt.x, dy = p2.pt.y - p1.pt.y;
-    const double dn = dx * nx + dy * ny;
-    if (!(dn != 0.0)) return CArc2();
-    const double r = (dx * dx + dy * dy) / (2.0 * dn);
-    const CDblPoint centre(p1.pt.x + r * nx, p1.pt.y + r * ny);
-    return ArcBetween(centre, std::fabs(r), p1.pt, p2.pt, r > 0.0);
+    return CalArcFromSTE(p1.pt, p1.angle, p2.pt);
 }
 
 // ---------------------------------------------------------------- evaluation
