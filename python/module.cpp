@@ -1,0 +1,200 @@
+// The Python module orvmath: routes and point-in-polygon over numpy arrays.
+// Batch calls take and return arrays, loop in C++ and release the GIL.
+#include <orvmath/orvmath.h>
+
+#include "orvroute/route_csv.h"
+
+#include <pybind11/numpy.h>
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <sstream>
+#include <string>
+
+namespace py = pybind11;
+using namespace ORVMATH;
+
+namespace {
+
+using Doubles = py::array_t<double, py::array::c_style | py::array::forcecast>;
+
+// The columns of a critical point row, in order.
+constexpr const char* kPointColumns = "type, x, y, angle, radius, spiral_a, end_radius";
+
+// An n x 2 array of coordinates; ValueError otherwise (and for NaN when `finite`).
+const double* Xy(const Doubles& a, const char* what) {
+    if (a.ndim() != 2 || a.shape(1) != 2) throw py::value_error(std::string(what) + " must be an array of shape (n, 2)");
+    return a.data();
+}
+
+CRoute2 RouteFromPoints(const Doubles& rows, double startMile, double offset) {
+    if (rows.ndim() != 2 || rows.shape(1) != 7)
+        throw py::value_error(std::string("critical points must be an array of shape (n, 7): ") + kPointColumns);
+    CCriticalPointArray pts;
+    for (py::ssize_t k = 0; k < rows.shape(0); ++k) {
+        const double* r = rows.data(k, 0);
+        if (!(r[0] == 0.0 || r[0] == 1.0 || r[0] == 2.0))
+            throw py::value_error("critical point " + std::to_string(k) + ": type must be 0 (line), 1 (arc) or 2 (transition)");
+        for (int c = 1; c < 7; ++c)
+            if (!std::isfinite(r[c])) throw py::value_error("critical point " + std::to_string(k) + " is not finite");
+        pts.Add(CCriticalPoint(static_cast<SegmentType>(static_cast<int>(r[0])), CDblPoint(r[1], r[2]), r[3], r[4], r[5], r[6]));
+    }
+    if (!std::isfinite(startMile) || !std::isfinite(offset)) throw py::value_error("start_mile and offset must be finite");
+    return CRoute2(pts, startMile, offset);
+}
+
+py::bytes RouteToBytes(CRoute2 route) {
+    CMemFile file;
+    {
+        CArchive ar(&file, CArchive::store);
+        ar << route;
+    }
+    const auto n = static_cast<std::size_t>(file.GetLength());
+    BYTE* p = file.Detach();
+    py::bytes out(reinterpret_cast<const char*>(p), n);
+    std::free(p);
+    return out;
+}
+
+CRoute2 RouteFromBytes(const py::bytes& data) {
+    std::string bytes = data;
+    CMemFile file(reinterpret_cast<BYTE*>(bytes.data()), static_cast<UINT>(bytes.size()));
+    CRoute2 route;
+    try {
+        CArchive ar(&file, CArchive::load);
+        ar >> route;
+        BYTE extra;
+        if (ar.Read(&extra, 1) != 0) throw py::value_error("not a route record: bytes left after it");
+    } catch (const CException& e) {
+        throw py::value_error(std::string("not a route record: ") + e.what());
+    }
+    return route;
+}
+
+py::tuple Points(const CRoute2& route, const Doubles& miles, py::object offsets) {
+    if (miles.ndim() != 1) throw py::value_error("miles must be a one-dimensional array");
+    const py::ssize_t n = miles.shape(0);
+    Doubles off;
+    if (!offsets.is_none()) {
+        off = Doubles::ensure(offsets);
+        if (!off || off.ndim() > 1 || (off.ndim() == 1 && off.shape(0) != n))
+            throw py::value_error("offsets must be a number or an array as long as miles");
+    }
+    py::array_t<double> xy({n, py::ssize_t(2)}), angles(n);
+    const double* m = miles.data();
+    const double* o = off ? off.data() : nullptr;
+    const bool scalar = off && off.ndim() == 0;
+    double* pxy = xy.mutable_data();
+    double* pa = angles.mutable_data();
+    {
+        py::gil_scoped_release release;
+        std::vector<double> each;
+        if (scalar) each.assign(static_cast<std::size_t>(n), *o);
+        std::vector<CDblPoint> pts(static_cast<std::size_t>(n));
+        route.GetPoints(m, scalar ? each.data() : o, n, pts.data(), pa);
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        for (py::ssize_t k = 0; k < n; ++k) {
+            const bool off_route = std::isnan(pa[k]);
+            pxy[2 * k] = off_route ? nan : pts[static_cast<std::size_t>(k)].x;
+            pxy[2 * k + 1] = off_route ? nan : pts[static_cast<std::size_t>(k)].y;
+        }
+    }
+    return py::make_tuple(xy, angles);
+}
+
+py::array_t<double> CriticalPoints(const CRoute2& route) {
+    const CCriticalPointArray& pts = route.GetCriticalPoints();
+    py::array_t<double> out({static_cast<py::ssize_t>(pts.GetSize()), py::ssize_t(7)});
+    double* p = out.mutable_data();
+    for (const CCriticalPoint& c : pts) {
+        const double row[7] = {static_cast<double>(c.type), c.pt.x, c.pt.y, c.angle, c.radius, c.spiralA, c.endRadius};
+        for (double v : row) *p++ = v;
+    }
+    return out;
+}
+
+CDblPointArray Polygon(const Doubles& poly) {
+    const double* v = Xy(poly, "polygon");
+    if (poly.shape(0) < 3) throw py::value_error("polygon needs at least 3 vertices");
+    CDblPointArray a;
+    for (py::ssize_t k = 0; k < poly.shape(0); ++k) {
+        if (!std::isfinite(v[2 * k]) || !std::isfinite(v[2 * k + 1])) throw py::value_error("polygon vertices must be finite");
+        a.Add(v[2 * k], v[2 * k + 1]);
+    }
+    return a;
+}
+
+py::array_t<int> Locate(const CPreparedPolygon& prepared, const Doubles& xy) {
+    const double* p = Xy(xy, "points");
+    const py::ssize_t n = xy.shape(0);
+    py::array_t<int> out(n);
+    int* o = out.mutable_data();
+    {
+        py::gil_scoped_release release;
+        for (py::ssize_t k = 0; k < n; ++k) o[k] = prepared.Locate(CDblPoint(p[2 * k], p[2 * k + 1]));
+    }
+    return out;
+}
+
+}  // namespace
+
+PYBIND11_MODULE(_orvmath, m) {
+    m.doc() = "Routes (chainage and offset) and point-in-polygon of the ORV_MathTool geometry library.";
+
+    py::class_<CRoute2>(m, "Route", "A road or rail alignment of straights, arcs and clothoid transitions.")
+        .def(py::init(&RouteFromPoints), py::arg("points"), py::arg("start_mile") = 0.0, py::arg("offset") = 0.0,
+             "Route from an (n, 7) array of critical points, columns type (0 line, 1 arc, 2 transition), x, y, "
+             "angle (radians), radius (-1 infinite), spiral_a, end_radius. ValueError for a bad shape, type or "
+             "non-finite value.")
+        .def_static(
+            "from_csv",
+            [](const std::string& path) {
+                try {
+                    const orvroute::RouteFile f = orvroute::ReadRouteCsv(path);
+                    return CRoute2(f.points, f.startMile, f.offset);
+                } catch (const orvroute::RouteCsvError& e) {
+                    throw py::value_error(e.what());
+                }
+            },
+            py::arg("path"), "Route from an orvroute CSV file; ValueError naming the line at fault.")
+        .def_static("from_bytes", &RouteFromBytes, py::arg("data"),
+                    "Route from its archive record (bytes); ValueError when the bytes are not exactly one record.")
+        .def("to_bytes", &RouteToBytes, "The route's archive record, the same bytes on every platform.")
+        .def_property_readonly("start_mile", &CRoute2::GetStartMile)
+        .def_property_readonly("end_mile", &CRoute2::GetEndMile)
+        .def_property_readonly("offset", &CRoute2::GetOffset)
+        .def_property_readonly("length", &CRoute2::GetLength, "Length along the (offset) route.")
+        .def_property_readonly("critical_points", &CriticalPoints, "The (n, 7) array of critical points.")
+        .def("point", &Points, py::arg("miles"), py::arg("offsets") = py::none(),
+             "Points and tangent directions at many miles: returns (xy of shape (n, 2), angles of shape (n,)). "
+             "offsets is a number or an array as long as miles (left positive). A mile off the route gives NaN "
+             "coordinates and a NaN angle.")
+        .def("__repr__", [](const CRoute2& r) {
+            std::ostringstream s;
+            s << "Route(" << r.GetCriticalPoints().GetSize() << " points, miles " << r.GetStartMile() << " to "
+              << r.GetEndMile() << ", offset " << r.GetOffset() << ")";
+            return s.str();
+        });
+
+    py::class_<CPreparedPolygon>(m, "PreparedPolygon", "A polygon indexed once for many point queries.")
+        .def(py::init([](const Doubles& poly, double tolerance) { return CPreparedPolygon(Polygon(poly), tolerance); }),
+             py::arg("polygon"), py::arg("tolerance") = 0.0,
+             "From an (n, 2) array of vertices (closing edge implied); tolerance: the distance that counts as on the "
+             "boundary.")
+        .def("locate", &Locate, py::arg("xy"),
+             "For an (n, 2) array of points: 0 outside, 1 inside (nonzero winding), 2 on the boundary.");
+    m.def(
+        "polygon_contains",
+        [](const Doubles& poly, const Doubles& xy) {
+            const CPreparedPolygon prepared(Polygon(poly));
+            py::array_t<int> where = Locate(prepared, xy);
+            py::array_t<bool> out(where.shape(0));
+            for (py::ssize_t k = 0; k < where.shape(0); ++k) out.mutable_at(k) = where.at(k) == POLYGON_INSIDE;
+            return out;
+        },
+        py::arg("polygon"), py::arg("xy"),
+        "True for each point strictly inside the polygon (nonzero winding); points on the boundary are not contained.");
+}

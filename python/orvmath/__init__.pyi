@@ -1,0 +1,45 @@
+from typing import Optional, Tuple, Union
+
+import numpy as np
+import numpy.typing as npt
+
+ArrayLike = npt.ArrayLike
+
+class Route:
+    """A road or rail alignment of straights, arcs and clothoid transitions."""
+
+    def __init__(self, points: ArrayLike, start_mile: float = 0.0, offset: float = 0.0) -> None:
+        """From an (n, 7) array of critical points: type (0 line, 1 arc, 2 transition), x, y, angle (radians),
+        radius (-1 infinite), spiral_a, end_radius. Raises ValueError for a bad shape, type or non-finite value."""
+    @staticmethod
+    def from_csv(path: str) -> "Route":
+        """From an orvroute CSV file; raises ValueError naming the line at fault."""
+    @staticmethod
+    def from_bytes(data: bytes) -> "Route":
+        """From its archive record; raises ValueError when the bytes are not exactly one route record."""
+    def to_bytes(self) -> bytes:
+        """The archive record: the same bytes on every platform."""
+    @property
+    def start_mile(self) -> float: ...
+    @property
+    def end_mile(self) -> float: ...
+    @property
+    def offset(self) -> float: ...
+    @property
+    def length(self) -> float: ...
+    @property
+    def critical_points(self) -> npt.NDArray[np.float64]: ...
+    def point(
+        self, miles: ArrayLike, offsets: Optional[Union[float, ArrayLike]] = None
+    ) -> Tuple[npt.NDArray[np.float64], npt.NDArray[np.float64]]:
+        """(xy of shape (n, 2), tangent angles of shape (n,)); NaN for miles off the route."""
+
+class PreparedPolygon:
+    """A polygon indexed once for many point queries."""
+
+    def __init__(self, polygon: ArrayLike, tolerance: float = 0.0) -> None: ...
+    def locate(self, xy: ArrayLike) -> npt.NDArray[np.int32]:
+        """0 outside, 1 inside (nonzero winding), 2 on the boundary, per point."""
+
+def polygon_contains(polygon: ArrayLike, xy: ArrayLike) -> npt.NDArray[np.bool_]:
+    """True for each point strictly inside (boundary points are not contained)."""

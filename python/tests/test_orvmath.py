@@ -1,0 +1,82 @@
+"""The Python module against values worked out by hand, its shapes and dtypes, and its errors."""
+import math
+import os
+
+import numpy as np
+import pytest
+
+import orvmath
+
+# A straight of 100 m east from (0, 0), then a left-hand arc of radius 100 through a quarter turn, ending at
+# (200, 100) heading north (the centre is (100, 100)).
+POINTS = np.array([
+    [0, 0, 0, 0, -1, 0, 0],
+    [1, 100, 0, 0, 100, 0, 0],
+    [0, 200, 100, math.pi / 2, -1, 0, 0],
+])
+
+
+def test_points_on_a_straight_and_an_arc_by_hand():
+    route = orvmath.Route(POINTS, start_mile=1000.0)
+    assert route.end_mile == pytest.approx(1000 + 100 + 50 * math.pi)
+    # Mile 1050 with 2 m to the left: (50, 2). Mile 1100 + 25 pi (half the arc, 45 degrees about (100, 100)) with
+    # 10 m left (toward the centre): radius 90 at -45 degrees from the centre.
+    xy, angles = route.point(np.array([1050.0, 1100 + 25 * math.pi]), np.array([2.0, 10.0]))
+    assert xy.shape == (2, 2) and xy.dtype == np.float64 and angles.shape == (2,)
+    np.testing.assert_allclose(xy[0], [50, 2], atol=1e-9)
+    r = 90 / math.sqrt(2)
+    np.testing.assert_allclose(xy[1], [100 + r, 100 - r], atol=1e-9)
+    np.testing.assert_allclose(angles, [0, math.pi / 4], atol=1e-12)
+
+
+def test_scalar_offset_off_route_miles_and_bad_shapes():
+    route = orvmath.Route(POINTS)
+    xy, angles = route.point(np.array([-5.0, 10.0]), 1.5)
+    assert np.isnan(xy[0]).all() and math.isnan(angles[0])
+    np.testing.assert_allclose(xy[1], [10, 1.5], atol=1e-9)
+    with pytest.raises(ValueError):
+        route.point(np.zeros((2, 2)))
+    with pytest.raises(ValueError):
+        route.point(np.zeros(3), np.zeros(2))
+    with pytest.raises(ValueError):
+        orvmath.Route(np.zeros((3, 6)))
+    with pytest.raises(ValueError):
+        orvmath.Route(np.array([[7, 0, 0, 0, -1, 0, 0]]))
+    with pytest.raises(ValueError):
+        orvmath.Route(np.array([[0, math.nan, 0, 0, -1, 0, 0]]))
+
+
+def test_archive_bytes_round_trip_and_refuse_other_bytes():
+    route = orvmath.Route(POINTS, 5.0, 1.0)
+    data = route.to_bytes()
+    # 3 doubles, a 2-byte count and 3 blocks of 56 bytes, then two tables of 2 elements (2 + 16 bytes each).
+    assert len(data) == 24 + 2 + 3 * 56 + 2 * 18
+    back = orvmath.Route.from_bytes(data)
+    np.testing.assert_array_equal(back.critical_points, route.critical_points)
+    assert back.offset == 1.0 and back.start_mile == 5.0
+    for bad in (b"", b"not a route", data[:-1], data + b"\0"):
+        with pytest.raises(ValueError):
+            orvmath.Route.from_bytes(bad)
+
+
+def test_routes_from_csv_files(tmp_path):
+    path = tmp_path / "r.csv"
+    path.write_text("start_mile,offset\n0,0\ntype,x,y,angle_deg,radius,spiralA,endRadius\n"
+                    "line,0,0,90,-1,,\nline,0,10,90,-1,,\n")
+    xy, _ = orvmath.Route.from_csv(str(path)).point(np.array([4.0]))
+    np.testing.assert_allclose(xy[0], [0, 4], atol=1e-9)
+    (tmp_path / "bad.csv").write_text("start_mile,offset\nzero,0\n")
+    with pytest.raises(ValueError, match="bad.csv:2"):
+        orvmath.Route.from_csv(str(tmp_path / "bad.csv"))
+
+
+def test_polygon_contains_and_locate():
+    square = np.array([[0, 0], [4, 0], [4, 4], [0, 4]], dtype=float)
+    pts = np.array([[2, 2], [5, 2], [4, 2], [0.05, 2]])
+    inside = orvmath.polygon_contains(square, pts)
+    assert inside.dtype == np.bool_ and inside.tolist() == [True, False, False, True]
+    assert orvmath.PreparedPolygon(square, 0.1).locate(pts).tolist() == [1, 0, 2, 2]
+    with pytest.raises(ValueError):
+        orvmath.polygon_contains(square[:2], pts)
+    with pytest.raises(ValueError):
+        orvmath.polygon_contains(square, np.zeros(4))
