@@ -11,6 +11,8 @@ command -v make >/dev/null 2>&1 || missing+=(make)
 [ -f /usr/include/gtest/gtest.h ] || missing+=(libgtest-dev)
 [ -f /usr/include/benchmark/benchmark.h ] || missing+=(libbenchmark-dev)
 # The Python module and its tests (Debian's interpreter, /usr/bin/python3).
+# The API reference (the docs target): doxygen.
+command -v doxygen >/dev/null 2>&1 || missing+=(doxygen)
 for p in python3-dev python3-pybind11 python3-numpy python3-pytest python3-setuptools python3-venv; do
     dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
 done

@@ -44,7 +44,7 @@ ORVMATH_API void free_dmatrix(double** m, long nrl, long nrh, long ncl, long nch
 
 // Writes three lines to standard error:
 //   Numerical Recipes run-time error...
-//   <text>
+//   TEXT (the argument)
 //   ...now exiting to system...
 // and ends the process with exit status 1. Never returns.
 [[noreturn]] ORVMATH_API void nrerror(const char* text);
