@@ -26,7 +26,8 @@ constexpr const char* kPointColumns = "type, x, y, angle, radius, spiral_a, end_
 
 // An n x 2 array of coordinates; ValueError otherwise (and for NaN when `finite`).
 const double* Xy(const Doubles& a, const char* what) {
-    if (a.ndim() != 2 || a.shape(1) != 2) throw py::value_error(std::string(what) + " must be an array of shape (n, 2)");
+    if (a.ndim() != 2 || a.shape(1) != 2)
+        throw py::value_error(std::string(what) + " must be an array of shape (n, 2)");
     return a.data();
 }
 
@@ -37,12 +38,15 @@ CRoute2 RouteFromPoints(const Doubles& rows, double startMile, double offset) {
     for (py::ssize_t k = 0; k < rows.shape(0); ++k) {
         const double* r = rows.data(k, 0);
         if (!(r[0] == 0.0 || r[0] == 1.0 || r[0] == 2.0))
-            throw py::value_error("critical point " + std::to_string(k) + ": type must be 0 (line), 1 (arc) or 2 (transition)");
+            throw py::value_error("critical point " + std::to_string(k) +
+                                  ": type must be 0 (line), 1 (arc) or 2 (transition)");
         for (int c = 1; c < 7; ++c)
             if (!std::isfinite(r[c])) throw py::value_error("critical point " + std::to_string(k) + " is not finite");
-        pts.Add(CCriticalPoint(static_cast<SegmentType>(static_cast<int>(r[0])), CDblPoint(r[1], r[2]), r[3], r[4], r[5], r[6]));
+        pts.Add(CCriticalPoint(static_cast<SegmentType>(static_cast<int>(r[0])), CDblPoint(r[1], r[2]), r[3], r[4],
+                               r[5], r[6]));
     }
-    if (!std::isfinite(startMile) || !std::isfinite(offset)) throw py::value_error("start_mile and offset must be finite");
+    if (!std::isfinite(startMile) || !std::isfinite(offset))
+        throw py::value_error("start_mile and offset must be finite");
     return CRoute2(pts, startMile, offset);
 }
 
@@ -121,7 +125,8 @@ CDblPointArray Polygon(const Doubles& poly) {
     if (poly.shape(0) < 3) throw py::value_error("polygon needs at least 3 vertices");
     CDblPointArray a;
     for (py::ssize_t k = 0; k < poly.shape(0); ++k) {
-        if (!std::isfinite(v[2 * k]) || !std::isfinite(v[2 * k + 1])) throw py::value_error("polygon vertices must be finite");
+        if (!std::isfinite(v[2 * k]) || !std::isfinite(v[2 * k + 1]))
+            throw py::value_error("polygon vertices must be finite");
         a.Add(v[2 * k], v[2 * k + 1]);
     }
     return a;
@@ -172,6 +177,36 @@ PYBIND11_MODULE(_orvmath, m) {
              "Points and tangent directions at many miles: returns (xy of shape (n, 2), angles of shape (n,)). "
              "offsets is a number or an array as long as miles (left positive). A mile off the route gives NaN "
              "coordinates and a NaN angle.")
+        .def(
+            "locate",
+            [](const CRoute2& route, const Doubles& xy) {
+                const double* p = Xy(xy, "xy");
+                const py::ssize_t n = xy.shape(0);
+                py::array_t<double> miles(n), offsets(n);
+                double* m = miles.mutable_data();
+                double* o = offsets.mutable_data();
+                {
+                    py::gil_scoped_release release;
+                    std::vector<CDblPoint> pts(static_cast<std::size_t>(n));
+                    for (py::ssize_t k = 0; k < n; ++k)
+                        pts[static_cast<std::size_t>(k)] = CDblPoint(p[2 * k], p[2 * k + 1]);
+                    route.LocateNearest(pts.data(), n, m, o);
+                }
+                return py::make_tuple(miles, offsets);
+            },
+            py::arg("xy"),
+            "The nearest foot of each of an (n, 2) array of points: (miles, offsets), each of shape (n,), such that "
+            "point(miles, offsets) gives the points back; NaN where a point has no foot (beyond the ends).")
+        .def(
+            "feet",
+            [](const CRoute2& route, double x, double y) {
+                CArray<CRouteFoot> feet;
+                route.Locate(CDblPoint(x, y), feet);
+                py::list out;
+                for (const CRouteFoot& f : feet) out.append(py::make_tuple(f.mile, f.offset));
+                return out;
+            },
+            py::arg("x"), py::arg("y"), "Every foot of the point (x, y): a list of (mile, offset), nearest first.")
         .def("__repr__", [](const CRoute2& r) {
             std::ostringstream s;
             s << "Route(" << r.GetCriticalPoints().GetSize() << " points, miles " << r.GetStartMile() << " to "

@@ -83,6 +83,13 @@ namespace ORVMATH {
 
 using CCriticalPointArray = CArray<CCriticalPoint, const CCriticalPoint&>;
 
+// A foot of the perpendicular from a point on a route (CRoute2::Locate).
+struct CRouteFoot {
+    double mile = 0.0;    // where the foot lies
+    double offset = 0.0;  // signed distance of the point from the foot, left positive
+    int element = -1;     // the element holding the foot
+};
+
 namespace detail {
 
 // What evaluating an element needs that does not depend on the mile, so
@@ -191,6 +198,24 @@ public:
     SegmentType GetSegmentTypeE(double mile) const;
     void GetSegmentType(double mile, SegmentType& b, SegmentType& e) const;
 
+    // ---- inverse lookup ----------------------------------------------------
+
+    // Every foot of the perpendicular from `p` on the base alignment: the
+    // miles where p - (point at the mile) is square to the tangent there, each
+    // with the offset that takes GetPoint back to p (GetPoint(foot.mile,
+    // foot.offset) == p within 1e-9 m; the route's own offset is not part of
+    // it). `feet` is emptied, then filled nearest first (by |offset|, then by
+    // mile); the count is returned. Straights and arcs are solved in closed
+    // form (an arc gives its near and its far foot), transitions by a
+    // bracketed search to 1e-12 of the element's length. A foot on an element
+    // boundary is reported once. A point whose perpendiculars all miss the
+    // route (beyond an end) has no foot: 0. The centre of an arc, which every
+    // point of the arc faces, gives no foot on that arc.
+    int Locate(const CDblPoint& p, CArray<CRouteFoot>& feet) const;
+    // The nearest foot of each point, for many points: miles[k] and offsets[k]
+    // (NaN and NaN when the point has none). The output blocks hold `count` values.
+    void LocateNearest(const CDblPoint* points, INT_PTR count, double* miles, double* offsets) const;
+
     // The clothoid's standard frame: origin at its point of zero curvature, x
     // along the tangent there into the curve, y toward the side it turns to.
     // Point at arc length l (three terms of the series), moved `offset` to the
@@ -295,6 +320,9 @@ private:
     // element `hint` and the next one before a search (the answer is
     // FindMile's or WalkMiles'); -1 when none.
     int FindElement(double d, int hint, double& fromStart) const;
+    // The critical point and unit tangent at distance s into element i
+    // (0 <= i < number of points - 1).
+    void EvaluateElement(int i, double s, CCriticalPoint& cp, CDblSize& tangent) const;
     // GetCriticalPoint with a starting guess for the element; also the unit
     // tangent (the direction of cp.angle) when `tangent` is given.
     int CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSize* tangent) const;

@@ -1,4 +1,4 @@
-from typing import Optional, Tuple, Union
+from typing import List, Optional, Tuple, Union
 
 import numpy as np
 import numpy.typing as npt
@@ -33,6 +33,11 @@ class Route:
         self, miles: ArrayLike, offsets: Optional[Union[float, ArrayLike]] = None
     ) -> Tuple[npt.NDArray[np.float64], npt.NDArray[np.float64]]:
         """(xy of shape (n, 2), tangent angles of shape (n,)); NaN for miles off the route."""
+    def locate(self, xy: ArrayLike) -> Tuple[npt.NDArray[np.float64], npt.NDArray[np.float64]]:
+        """(miles, offsets) of each point's nearest foot, such that point(miles, offsets) gives the points back;
+        NaN where a point has no foot (beyond the ends)."""
+    def feet(self, x: float, y: float) -> List[Tuple[float, float]]:
+        """Every foot of the point: (mile, offset) pairs, nearest first."""
 
 class PreparedPolygon:
     """A polygon indexed once for many point queries."""

@@ -80,3 +80,16 @@ def test_polygon_contains_and_locate():
         orvmath.polygon_contains(square[:2], pts)
     with pytest.raises(ValueError):
         orvmath.polygon_contains(square, np.zeros(4))
+
+
+def test_locate_gives_the_miles_and_offsets_back():
+    route = orvmath.Route(POINTS, start_mile=1000.0)
+    miles = np.array([1010.0, 1099.0, 1100 + 25 * math.pi, 1100 + 40 * math.pi])
+    offsets = np.array([3.0, -20.0, 10.0, -5.0])
+    xy, _ = route.point(miles, offsets)
+    m, o = route.locate(np.vstack([xy, [[-50.0, 0.0]]]))  # the last point lies before the start: no foot
+    np.testing.assert_allclose(m[:4], miles, atol=1e-9)
+    np.testing.assert_allclose(o[:4], offsets, atol=1e-9)
+    assert math.isnan(m[4]) and math.isnan(o[4])
+    # (50, -5): 5 m right of mile 1050 on the straight, the only foot.
+    assert route.feet(50.0, -5.0) == pytest.approx([(1050.0, -5.0)])

@@ -369,6 +369,15 @@ int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSi
     return i;
 }
 
+void CRoute2::EvaluateElement(int i, double s, CCriticalPoint& cp, CDblSize& tangent) const {
+    const CCriticalPoint& p1 = m_CriticalPoints[i];
+    const CCriticalPoint& p2 = m_CriticalPoints[i + 1];
+    if (static_cast<std::size_t>(i) < m_Geometry.size())
+        Evaluate(m_Geometry[static_cast<std::size_t>(i)], p1, p2, s, cp, &tangent);
+    else
+        Evaluate(Prepare(p1, p2), p1, p2, s, cp, &tangent);
+}
+
 int CRoute2::GetCriticalPoint(double mile, CCriticalPoint& cp) const {
     return CriticalPointNear(mile, -1, cp, nullptr);
 }
