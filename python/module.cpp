@@ -173,6 +173,11 @@ PYBIND11_MODULE(_orvmath, m) {
         .def_property_readonly("offset", &CRoute2::GetOffset)
         .def_property_readonly("length", &CRoute2::GetLength, "Length along the (offset) route.")
         .def_property_readonly("critical_points", &CriticalPoints, "The (n, 7) array of critical points.")
+        .def_property(
+            "exact_clothoids", [](const CRoute2& r) { return r.GetClothoidMode() == CLOTHOID_EXACT; },
+            [](CRoute2& r, bool exact) { r.SetClothoidMode(exact ? CLOTHOID_EXACT : CLOTHOID_SERIES); },
+            "False (the default): transitions by the three-term series, as stored routes always evaluated; True: by "
+            "the clothoid itself (Fresnel integrals). Changes positions on transitions only.")
         .def("point", &Points, py::arg("miles"), py::arg("offsets") = py::none(),
              "Points and tangent directions at many miles: returns (xy of shape (n, 2), angles of shape (n,)). "
              "offsets is a number or an array as long as miles (left positive). A mile off the route gives NaN "

@@ -59,6 +59,8 @@ retry=()
 if [ "$target" = mingw ]; then
     # One wineserver for the whole run; a test whose process wine failed to
     # start (no output at all) is tried once more.
+    # The server runs in the prefix, so it must exist before the server starts.
+    mkdir -p "$WINEPREFIX"
     /usr/lib/wine/wineserver -k >/dev/null 2>&1 || true
     /usr/lib/wine/wineserver -p
     trap '/usr/lib/wine/wineserver -k >/dev/null 2>&1 || true' EXIT

@@ -29,6 +29,8 @@ class Route:
     def length(self) -> float: ...
     @property
     def critical_points(self) -> npt.NDArray[np.float64]: ...
+    exact_clothoids: bool
+    """False (default): transitions by the three-term series; True: by the clothoid itself (Fresnel integrals)."""
     def point(
         self, miles: ArrayLike, offsets: Optional[Union[float, ArrayLike]] = None
     ) -> Tuple[npt.NDArray[np.float64], npt.NDArray[np.float64]]:

@@ -55,7 +55,35 @@ CDblPoint SeriesPoint(const double (&d)[6], double l) {
 
 }  // namespace
 
+namespace {
+// The clothoid itself at arc length l: x = l sum (-1)^n t^(2n) / ((2n)! (4n + 1)),
+// y = l sum (-1)^n t^(2n+1) / ((2n+1)! (4n + 3)) with t = l^2 / (2 A^2), summed
+// until the terms no longer change the sums.
+CDblPoint ExactPoint(double A, double l) {
+    const double t = l * l / (2.0 * A * A);
+    if (!(t <= 8.0)) return CDblPoint(std::nan(""), std::nan(""));
+    double x = 0.0, y = 0.0, term = 1.0;  // term = (-1)^n t^k / k!, k = 2n or 2n + 1
+    for (int k = 0; k < 80; ++k) {
+        const double add = term / (2.0 * k + 1.0);
+        if (k % 2 == 0)
+            x += add;
+        else
+            y += add;
+        if (k > 4 && std::fabs(add) < 1e-17 * (std::fabs(x) + std::fabs(y))) break;
+        term *= t / (k + 1.0);
+        if (k % 2 == 1) term = -term;
+    }
+    return CDblPoint(l * x, l * y);
+}
+}  // namespace
+
 double CRoute2::GetStandardTangetAngle(double A, double l) { return l * l / (2.0 * A * A); }
+
+CDblPoint CRoute2::GetStandardPointExact(double A, double l, double offset) {
+    const CDblPoint p = ExactPoint(A, l);
+    if (offset == 0.0) return p;
+    return CLine2(p, GetStandardTangetAngle(A, l), 1.0).SelfOffset(offset).start;
+}
 
 CDblPoint CRoute2::GetStandardPoint(double A, double l, double offset) {
     double d[6];
@@ -100,7 +128,7 @@ CDblPoint CRoute2::World2Standard(const CDblPoint& origin, double angle, const C
 }
 
 void CRoute2::GetTransitionStartPoint(const CCriticalPoint& p1, const CCriticalPoint& p2, CCriticalPoint& origin,
-                                      bool& fromCurve, bool& turnsRight) {
+                                      bool& fromCurve, bool& turnsRight, ClothoidMode mode) {
     GetBool(p1, p2, fromCurve, turnsRight);
     const double r1 = p1.radius, r2 = FarRadius(p1, p2);
     if (r1 == kInfiniteRadius) {
@@ -115,8 +143,9 @@ void CRoute2::GetTransitionStartPoint(const CCriticalPoint& p1, const CCriticalP
     }
     // A piece between two finite radii: fit the standard chord q1 -> q2 onto p1 -> p2.
     const double A = p1.spiralA;
-    CDblPoint q1 = GetStandardPoint(A, A * A / r1, 0.0);
-    CDblPoint q2 = GetStandardPoint(A, A * A / r2, 0.0);
+    const auto standard = mode == CLOTHOID_EXACT ? GetStandardPointExact : GetStandardPoint;
+    CDblPoint q1 = standard(A, A * A / r1, 0.0);
+    CDblPoint q2 = standard(A, A * A / r2, 0.0);
     if (turnsRight) {
         q1.y = -q1.y;
         q2.y = -q2.y;
@@ -159,7 +188,7 @@ using Geometry = detail::RouteElementGeometry;
 CDblSize Direction(double angle) { return CDblSize(std::cos(angle), std::sin(angle)); }
 
 // Everything about the element p1 -> p2 that does not depend on the mile.
-Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2) {
+Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2, ClothoidMode mode) {
     Geometry g;
     switch (p1.type) {
         case SEGMENT_LINE:
@@ -205,7 +234,8 @@ Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2) {
             }
             g.kind = Geometry::Transition;
             CCriticalPoint origin;
-            CRoute2::GetTransitionStartPoint(p1, p2, origin, g.fromCurve, g.turnsRight);
+            CRoute2::GetTransitionStartPoint(p1, p2, origin, g.fromCurve, g.turnsRight, mode);
+            g.exact = mode == CLOTHOID_EXACT;
             g.origin = origin.pt;
             g.frameAngle = origin.angle;
             g.frameCos = std::cos(origin.angle);
@@ -261,7 +291,7 @@ void Evaluate(const Geometry& g, const CCriticalPoint& p1, const CCriticalPoint&
         case Geometry::Transition: {
             const double l = g.fromCurve ? g.l1 - s : g.l1 + s;
             cp.radius = IsDoubleEqual(l, 0.0) ? kInfiniteRadius : g.A * g.A / l;
-            const CDblPoint q = SeriesPoint(g.series, l);
+            const CDblPoint q = g.exact ? ExactPoint(g.A, l) : SeriesPoint(g.series, l);
             double angle = l * l / g.series[5];  // the standard tangent angle
             if (g.turnsRight) angle = -angle;
             if (g.fromCurve) angle += kPi;  // the frame runs against the direction of travel
@@ -305,7 +335,12 @@ void CRoute2::RebuildMileIndex() {
     }
     const INT_PTR elements = m_CriticalPoints.GetSize() - 1;
     m_Geometry.clear();
-    for (INT_PTR i = 0; i < elements; ++i) m_Geometry.push_back(Prepare(m_CriticalPoints[i], m_CriticalPoints[i + 1]));
+    for (INT_PTR i = 0; i < elements; ++i) m_Geometry.push_back(Prepare(m_CriticalPoints[i], m_CriticalPoints[i + 1], m_ClothoidMode));
+}
+
+void CRoute2::SetClothoidMode(ClothoidMode mode) {
+    m_ClothoidMode = mode == CLOTHOID_EXACT ? CLOTHOID_EXACT : CLOTHOID_SERIES;
+    RebuildMileIndex();
 }
 
 int CRoute2::FindElement(double d, int hint, double& fromStart) const {
@@ -365,7 +400,7 @@ int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSi
     if (static_cast<std::size_t>(i) < m_Geometry.size())
         Evaluate(m_Geometry[static_cast<std::size_t>(i)], p1, p2, s, cp, tangent);
     else
-        Evaluate(Prepare(p1, p2), p1, p2, s, cp, tangent);
+        Evaluate(Prepare(p1, p2, m_ClothoidMode), p1, p2, s, cp, tangent);
     return i;
 }
 
@@ -375,7 +410,7 @@ void CRoute2::EvaluateElement(int i, double s, CCriticalPoint& cp, CDblSize& tan
     if (static_cast<std::size_t>(i) < m_Geometry.size())
         Evaluate(m_Geometry[static_cast<std::size_t>(i)], p1, p2, s, cp, &tangent);
     else
-        Evaluate(Prepare(p1, p2), p1, p2, s, cp, &tangent);
+        Evaluate(Prepare(p1, p2, m_ClothoidMode), p1, p2, s, cp, &tangent);
 }
 
 int CRoute2::GetCriticalPoint(double mile, CCriticalPoint& cp) const {
