@@ -99,6 +99,32 @@ struct CRouteFoot {
     int element = -1;     // the element holding the foot
 };
 
+// An element given by its design parameters (BuildRouteFromElements,
+// GetRouteElements). Radii here carry the side of the turn in their sign,
+// positive turning left, so infinity is written 0.0 (not -1.0 as in
+// critical points).
+struct CRouteElement {
+    SegmentType type = SEGMENT_LINE;
+    double length = 0.0;       // along the element; a transition may give spiralA instead (length 0.0)
+    double radius = 0.0;       // SEGMENT_ARC: its radius; SEGMENT_TRANSITION: the radius at its end
+    double startRadius = 0.0;  // SEGMENT_TRANSITION: the radius at its start
+    double spiralA = 0.0;      // SEGMENT_TRANSITION: A (A^2 = length / |1/radius - 1/startRadius|)
+};
+using CRouteElementArray = CArray<CRouteElement, const CRouteElement&>;
+
+// A vertex of the tangent polygon (BuildRouteFromPI,
+// CRoute2::GetStandardIntersection): the point where two straights meet, with
+// the curve that joins them there: an arc of `radius` (positive; the side
+// follows from the polygon) entered and left by clothoids of parameter A1
+// and A2 (0.0: none). The first and last vertices are the route's ends;
+// their curve fields are not used.
+struct CRoutePI {
+    CDblPoint pt;
+    double radius = 0.0;
+    double A1 = 0.0, A2 = 0.0;
+};
+using CRoutePIArray = CArray<CRoutePI, const CRoutePI&>;
+
 namespace detail {
 
 // What evaluating an element needs that does not depend on the mile, so
@@ -272,6 +298,20 @@ public:
     // Fall-back: the arc that leaves p1 along its tangent and passes through
     // p2 (its radius follows from the chord); null when p2 lies on the tangent.
     static CArc2 ArcFromTangentThrough(const CCriticalPoint& p1, const CCriticalPoint& p2);
+
+    // ---- design form -------------------------------------------------------
+
+    // The route in tangent-polygon form, the inverse of BuildRouteFromPI:
+    // the route's start, one vertex per curve where the tangents of the
+    // straights on either side meet (with the curve's radius and its
+    // clothoid parameters), and the route's end. `pis` is emptied first. True
+    // when the route is in that form: curves between points of zero
+    // curvature (straights, which may be missing, as between reverse or
+    // compound curves), each an arc, a clothoid from zero curvature into an
+    // arc or back, or both, with one radius; otherwise (a clothoid between
+    // two radii, or one whose radius is not its arc's, a null route) false
+    // and `pis` empty.
+    bool GetStandardIntersection(CRoutePIArray& pis) const;
 
     // ---- transforms --------------------------------------------------------
 
