@@ -120,6 +120,61 @@ py::array_t<double> CriticalPoints(const CRoute2& route) {
     return out;
 }
 
+// Design forms: rows of (type, length, radius, start_radius, spiral_a) and of (x, y, radius, a1, a2).
+const double* Rows(const Doubles& a, py::ssize_t columns, const char* what) {
+    if (a.ndim() != 2 || a.shape(1) != columns)
+        throw py::value_error(std::string(what) + " must be an array of shape (n, " + std::to_string(columns) + ")");
+    return a.data();
+}
+
+CRoute2 DesignedRoute(int bad, const char* what, const CCriticalPointArray& pts, double startMile) {
+    if (bad >= 0) throw py::value_error(std::string(what) + " " + std::to_string(bad) + " cannot be laid out");
+    CRoute2 route(pts, startMile, 0.0);
+    route.SetClothoidMode(CLOTHOID_EXACT);
+    return route;
+}
+
+CRoute2 RouteFromElements(double x, double y, double angle, const Doubles& rows, double startMile) {
+    const double* r = Rows(rows, 5, "elements");
+    CRouteElementArray elements;
+    for (py::ssize_t k = 0; k < rows.shape(0); ++k, r += 5)
+        elements.Add(CRouteElement{static_cast<SegmentType>(static_cast<int>(r[0])), r[1], r[2], r[3], r[4]});
+    CCriticalPointArray pts;
+    return DesignedRoute(BuildRouteFromElements(CDblPoint(x, y), angle, elements, pts), "element", pts, startMile);
+}
+
+CRoute2 RouteFromPI(const Doubles& rows, double startMile) {
+    const double* r = Rows(rows, 5, "vertices");
+    CRoutePIArray pis;
+    for (py::ssize_t k = 0; k < rows.shape(0); ++k, r += 5) pis.Add(CRoutePI{CDblPoint(r[0], r[1]), r[2], r[3], r[4]});
+    CCriticalPointArray pts;
+    return DesignedRoute(BuildRouteFromPI(pis, pts), "vertex", pts, startMile);
+}
+
+py::array_t<double> ElementRows(const CRoute2& route) {
+    CRouteElementArray e;
+    GetRouteElements(route, e);
+    py::array_t<double> out({static_cast<py::ssize_t>(e.GetSize()), py::ssize_t(5)});
+    double* p = out.mutable_data();
+    for (const CRouteElement& el : e) {
+        const double row[5] = {static_cast<double>(el.type), el.length, el.radius, el.startRadius, el.spiralA};
+        for (double v : row) *p++ = v;
+    }
+    return out;
+}
+
+py::object PIRows(const CRoute2& route) {
+    CRoutePIArray pis;
+    if (!route.GetStandardIntersection(pis)) return py::none();
+    py::array_t<double> out({static_cast<py::ssize_t>(pis.GetSize()), py::ssize_t(5)});
+    double* p = out.mutable_data();
+    for (const CRoutePI& v : pis) {
+        const double row[5] = {v.pt.x, v.pt.y, v.radius, v.A1, v.A2};
+        for (double x : row) *p++ = x;
+    }
+    return std::move(out);
+}
+
 CDblPointArray Polygon(const Doubles& poly) {
     const double* v = Xy(poly, "polygon");
     if (poly.shape(0) < 3) throw py::value_error("polygon needs at least 3 vertices");
@@ -165,6 +220,21 @@ PYBIND11_MODULE(_orvmath, m) {
                 }
             },
             py::arg("path"), "Route from an orvroute CSV file; ValueError naming the line at fault.")
+        .def_static("from_elements", &RouteFromElements, py::arg("x"), py::arg("y"), py::arg("angle"),
+                    py::arg("elements"), py::arg("start_mile") = 0.0,
+                    "Route laid out from a start point and direction (radians) through an (n, 5) array of elements: "
+                    "type (0 line, 1 arc, 2 transition), length, radius, start_radius, spiral_a, radii signed "
+                    "(positive turning left, 0 infinite); a transition runs from start_radius to radius and takes "
+                    "spiral_a when positive, else its length. Exact clothoids (exact_clothoids is True). ValueError "
+                    "naming the first element that cannot be laid out.")
+        .def_static("from_pi", &RouteFromPI, py::arg("vertices"), py::arg("start_mile") = 0.0,
+                    "Route of a tangent polygon: an (n, 5) array of vertices x, y, radius, a1, a2 (the curve at each "
+                    "interior vertex: its radius and the clothoid parameters in and out, 0 for none; unused at the "
+                    "ends). Exact clothoids. ValueError naming the first vertex whose curve cannot be placed.")
+        .def("elements", &ElementRows, "The route's elements as the (n, 5) array from_elements takes.")
+        .def("pi", &PIRows,
+             "The route's tangent polygon as the (n, 5) array from_pi takes, or None when the route is not in that "
+             "form (a clothoid between two radii, say).")
         .def_static("from_bytes", &RouteFromBytes, py::arg("data"),
                     "Route from its archive record (bytes); ValueError when the bytes are not exactly one record.")
         .def("to_bytes", &RouteToBytes, "The route's archive record, the same bytes on every platform.")

@@ -15,6 +15,19 @@ class Route:
     def from_csv(path: str) -> "Route":
         """From an orvroute CSV file; raises ValueError naming the line at fault."""
     @staticmethod
+    def from_elements(x: float, y: float, angle: float, elements: ArrayLike, start_mile: float = 0.0) -> "Route":
+        """Laid out from (x, y) in direction `angle` through an (n, 5) array of elements: type, length, radius,
+        start_radius, spiral_a (radii signed, positive turning left, 0 infinite). Exact clothoids. Raises ValueError
+        naming the first element that cannot be laid out."""
+    @staticmethod
+    def from_pi(vertices: ArrayLike, start_mile: float = 0.0) -> "Route":
+        """From a tangent polygon, an (n, 5) array x, y, radius, a1, a2. Exact clothoids. Raises ValueError naming
+        the first vertex whose curve cannot be placed."""
+    def elements(self) -> npt.NDArray[np.float64]:
+        """The (n, 5) element rows from_elements takes."""
+    def pi(self) -> Optional[npt.NDArray[np.float64]]:
+        """The (n, 5) tangent polygon from_pi takes, or None when the route is not in that form."""
+    @staticmethod
     def from_bytes(data: bytes) -> "Route":
         """From its archive record; raises ValueError when the bytes are not exactly one route record."""
     def to_bytes(self) -> bytes:

@@ -93,3 +93,19 @@ def test_locate_gives_the_miles_and_offsets_back():
     assert math.isnan(m[4]) and math.isnan(o[4])
     # (50, -5): 5 m right of mile 1050 on the straight, the only foot.
     assert route.feet(50.0, -5.0) == pytest.approx([(1050.0, -5.0)])
+
+
+def test_design_forms_lay_out_and_read_back():
+    # The same quarter turn from its tangent polygon: the tangents meet at (200, 0); radius 100, no clothoids.
+    route = orvmath.Route.from_pi(np.array([[0, 0, 0, 0, 0], [200, 0, 100, 0, 0], [200, 100, 0, 0, 0]]))
+    assert route.exact_clothoids
+    np.testing.assert_allclose(route.critical_points[:, 1:4], POINTS[:, 1:4], atol=1e-9)
+    np.testing.assert_allclose(route.pi(), [[0, 0, 0, 0, 0], [200, 0, 100, 0, 0], [200, 100, 0, 0, 0]], atol=1e-9)
+    # Its elements: a straight of 100 and an arc of 50 pi turning left (positive radius).
+    np.testing.assert_allclose(route.elements(), [[0, 100, 0, 0, 0], [1, 50 * math.pi, 100, 0, 0]], atol=1e-9)
+    again = orvmath.Route.from_elements(0, 0, 0, route.elements())
+    np.testing.assert_allclose(again.critical_points, route.critical_points, atol=1e-9)
+    with pytest.raises(ValueError, match="vertex 1"):
+        orvmath.Route.from_pi(np.array([[0, 0, 0, 0, 0], [200, 0, 0, 0, 0], [200, 100, 0, 0, 0]]))
+    with pytest.raises(ValueError, match="element 0"):
+        orvmath.Route.from_elements(0, 0, 0, np.array([[1, 10, 0, 0, 0]]))
