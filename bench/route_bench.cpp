@@ -4,13 +4,17 @@
 //   - GetPoint at uniformly random miles and swept in order, on the sample
 //     road (5 elements) and a generated 1000-element alignment;
 //   - GetPoints over 100k increasing miles against one call per mile of the
-//     first implementation.
+//     first implementation;
+//   - GetPoints over 10^6 increasing miles on the alignment that
+//     bench/python_bench.py evaluates through the Python module, so that the
+//     binding's cost per point is the difference of the two.
 // Run in Release:
 //   orvmath_route_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
 #include "orvroute/alignment.h"
 #include "route/route_reference.h"
 
 #include <orvmath/route2.h>
+#include <orvmath/routedesign.h>
 
 #include <benchmark/benchmark.h>
 
@@ -107,7 +111,34 @@ BENCHMARK_CAPTURE(BM_Random, reference_generated1000, &Reference, &Generated1000
 BENCHMARK_CAPTURE(BM_Random, current_generated1000, &Current, &Generated1000);
 BENCHMARK_CAPTURE(BM_Sweep, reference_generated1000, &Reference, &Generated1000);
 BENCHMARK_CAPTURE(BM_Sweep, current_generated1000, &Current, &Generated1000);
+// The alignment of bench/python_bench.py: 250 times a straight of 200, a
+// clothoid of A = 150 into R = 300, 100 m of arc and a clothoid out, turning
+// left and right in turn; 10^6 increasing miles, offset 1.75.
+void BM_MillionBatch(benchmark::State& state) {
+    ORVMATH::CRouteElementArray elements;
+    for (int i = 0; i < 250; ++i) {
+        const double r = i % 2 == 0 ? 300.0 : -300.0;
+        elements.Add(ORVMATH::CRouteElement{ORVMATH::SEGMENT_LINE, 200.0, 0.0, 0.0, 0.0});
+        elements.Add(ORVMATH::CRouteElement{ORVMATH::SEGMENT_TRANSITION, 0.0, r, 0.0, 150.0});
+        elements.Add(ORVMATH::CRouteElement{ORVMATH::SEGMENT_ARC, 100.0, r, 0.0, 0.0});
+        elements.Add(ORVMATH::CRouteElement{ORVMATH::SEGMENT_TRANSITION, 0.0, 0.0, r, 150.0});
+    }
+    ORVMATH::CCriticalPointArray pts;
+    ORVMATH::BuildRouteFromElements(CDblPoint(0.0, 0.0), 0.0, elements, pts);
+    const CRoute2 route(pts, 0.0, 0.0);
+    const std::size_t n = 1000000;
+    std::vector<double> miles(n), offsets(n, kOffset), angles(n);
+    for (std::size_t k = 0; k < n; ++k) miles[k] = route.GetMile() * static_cast<double>(k) / static_cast<double>(n);
+    std::vector<CDblPoint> points(n);
+    for (auto _ : state) {
+        route.GetPoints(miles.data(), offsets.data(), static_cast<INT_PTR>(n), points.data(), angles.data());
+        benchmark::DoNotOptimize(points.data());
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<long>(n));
+}
+
 BENCHMARK(BM_IncreasingOneCallPerMile)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_IncreasingBatch)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_MillionBatch)->Unit(benchmark::kMillisecond);
 
 }  // namespace

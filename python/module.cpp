@@ -8,6 +8,7 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -95,15 +96,21 @@ py::tuple Points(const CRoute2& route, const Doubles& miles, py::object offsets)
     double* pa = angles.mutable_data();
     {
         py::gil_scoped_release release;
-        std::vector<double> each;
-        if (scalar) each.assign(static_cast<std::size_t>(n), *o);
-        std::vector<CDblPoint> pts(static_cast<std::size_t>(n));
-        route.GetPoints(m, scalar ? each.data() : o, n, pts.data(), pa);
+        // In blocks that stay in cache: no temporaries as large as the input
+        // (fresh memory costs more per point than the evaluation).
+        constexpr py::ssize_t kBlock = 1024;
+        double each[kBlock];
+        CDblPoint pts[kBlock];
+        if (scalar) std::fill(each, each + kBlock, *o);
         const double nan = std::numeric_limits<double>::quiet_NaN();
-        for (py::ssize_t k = 0; k < n; ++k) {
-            const bool off_route = std::isnan(pa[k]);
-            pxy[2 * k] = off_route ? nan : pts[static_cast<std::size_t>(k)].x;
-            pxy[2 * k + 1] = off_route ? nan : pts[static_cast<std::size_t>(k)].y;
+        for (py::ssize_t b = 0; b < n; b += kBlock) {
+            const py::ssize_t count = std::min(kBlock, n - b);
+            route.GetPoints(m + b, scalar ? each : (o ? o + b : nullptr), count, pts, pa + b);
+            for (py::ssize_t k = 0; k < count; ++k) {
+                const bool off_route = std::isnan(pa[b + k]);
+                pxy[2 * (b + k)] = off_route ? nan : pts[k].x;
+                pxy[2 * (b + k) + 1] = off_route ? nan : pts[k].y;
+            }
         }
     }
     return py::make_tuple(xy, angles);
