@@ -55,22 +55,19 @@ std::string A(double v) {
     return buf;
 }
 
-// A route with every element kind, transitions between two finite radii and
-// to an explicit end radius, and an offset that changes the length table.
+// A route with every element kind, a transition between two finite radii (as
+// a compound curve has), turns both ways and an offset that changes the
+// length table.
 CRoute2 EveryKindRoute() {
-    orvroute::AlignmentBuilder b(CDblPoint(1000.25, -2000.5), 0.3);
-    b.Straight(120);
-    b.SpiralIn(150, 300, true);
-    b.Arc(300, 200, true);
-    b.SpiralOut(150, 300, true);
-    b.Straight(80);
-    b.SpiralIn(90, 120, false);
-    b.Arc(120, 90, false);
-    b.SpiralOut(90, 120, false);
-    b.Straight(50);
-    CCriticalPointArray pts = b.Points();
-    // A transition between two finite radii (300 -> 600), as a compound curve has.
-    pts[3].endRadius = 600.0;
+    const SegmentType L = SEGMENT_LINE, C = SEGMENT_ARC, T = SEGMENT_TRANSITION;
+    const CRouteElement rows[] = {{L, 120, 0, 0, 0},     {T, 0, 300, 0, 150},   {C, 200, 300, 0, 0},
+                                  {T, 0, 600, 300, 150}, {C, 60, 600, 0, 0},    {T, 0, 0, 600, 150},
+                                  {L, 80, 0, 0, 0},      {T, 0, -120, 0, 90},   {C, 90, -120, 0, 0},
+                                  {T, 0, 0, -120, 90},   {L, 50, 0, 0, 0}};
+    CRouteElementArray elements;
+    for (const CRouteElement& e : rows) elements.Add(e);
+    CCriticalPointArray pts;
+    BuildRouteFromElements(CDblPoint(1000.25, -2000.5), 0.3, elements, pts, CLOTHOID_SERIES);
     return CRoute2(pts, 12.5, 1.75);
 }
 
