@@ -22,6 +22,8 @@
 #include <orvmath/complex.h>
 #include <orvmath/polygon.h>
 #include <orvmath/preparedpolygon.h>
+#include <orvmath/polyline2.h>
+#include <orvmath/polygon2.h>
 #include <orvmath/route2.h>
 #include <orvmath/routedesign.h>
 #include <orvmath/vector3d.h>
