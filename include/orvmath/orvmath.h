@@ -24,6 +24,7 @@
 #include <orvmath/preparedpolygon.h>
 #include <orvmath/polyline2.h>
 #include <orvmath/polygon2.h>
+#include <orvmath/polygonoffset.h>
 #include <orvmath/route2.h>
 #include <orvmath/routedesign.h>
 #include <orvmath/vector3d.h>
