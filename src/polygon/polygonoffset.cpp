@@ -409,6 +409,7 @@ int Offset(const std::vector<EdgeInfo>& edges, const std::vector<Piece>& raw, do
     const std::vector<std::vector<Split>> splits = Crossings(raw, tol);
     const Proximity near(edges, ad, buttEnds, closed);
     std::vector<Sub> kept;
+    kept.reserve(raw.size());
     for (std::size_t i = 0; i < raw.size(); ++i) {
         const Piece& p = raw[i];
         std::vector<Split> cuts = splits[i];
@@ -441,6 +442,7 @@ int PolygonOffset(const CPolygon2& polygon, double distance, CPolygon2Array& out
     const std::vector<EdgeInfo> edges = Edges(ccw);
     if (edges.empty()) return 0;
     std::vector<Piece> raw;
+    raw.reserve(4 * edges.size());  // an edge and at most three join pieces each
     OffsetChain(edges, true, distance, join, std::max(1.0, miterLimit), raw);
     return Offset(edges, raw, distance, true, false, out);
 }
@@ -468,6 +470,7 @@ int PolygonOffset(const CPolyline2& line, double distance, CPolygon2Array& out, 
     }
     const double limit = std::max(1.0, miterLimit);
     std::vector<Piece> raw;
+    raw.reserve(8 * edges.size() + 2);  // both sides
     OffsetChain(edges, false, d, join, limit, raw);
     // Back along the other side: the reversed path's right.
     std::vector<EdgeInfo> back;
