@@ -206,10 +206,56 @@ py::array_t<int> Locate(const CPreparedPolygon& prepared, const Doubles& xy) {
     return out;
 }
 
+// Paths as (n, 2) arrays of vertices or (n, 3) with each vertex's bulge (tan(sweep / 4) of the arc to the next).
+template <class Path>
+Path PathFromRows(const Doubles& rows, const char* what) {
+    if (rows.ndim() != 2 || (rows.shape(1) != 2 && rows.shape(1) != 3))
+        throw py::value_error(std::string(what) + " must be an array of shape (n, 2) or (n, 3): x, y[, bulge]");
+    Path path;
+    const py::ssize_t columns = rows.shape(1);
+    for (py::ssize_t k = 0; k < rows.shape(0); ++k) {
+        const double* r = rows.data(k, 0);
+        const double bulge = columns == 3 ? r[2] : 0.0;
+        if (!std::isfinite(r[0]) || !std::isfinite(r[1]) || !std::isfinite(bulge))
+            throw py::value_error(std::string(what) + " vertices must be finite");
+        path.AddVertex(CDblPoint(r[0], r[1]), bulge);
+    }
+    return path;
+}
+
+py::list PolygonRows(const CPolygon2Array& polygons) {
+    py::list out;
+    for (const CPolygon2& p : polygons) {
+        py::array_t<double> rows({static_cast<py::ssize_t>(p.GetSize()), py::ssize_t(3)});
+        double* r = rows.mutable_data();
+        for (int i = 0; i < p.GetSize(); ++i, r += 3) {
+            r[0] = p.GetVertex(i).x;
+            r[1] = p.GetVertex(i).y;
+            r[2] = p.GetBulge(i);
+        }
+        out.append(rows);
+    }
+    return out;
+}
+
+OffsetJoin JoinByName(const std::string& name) {
+    if (name == "round") return OFFSET_JOIN_ROUND;
+    if (name == "miter" || name == "mitre") return OFFSET_JOIN_MITER;
+    if (name == "square") return OFFSET_JOIN_SQUARE;
+    throw py::value_error("join must be 'round', 'miter' or 'square'");
+}
+
+OffsetCap CapByName(const std::string& name) {
+    if (name == "round") return OFFSET_CAP_ROUND;
+    if (name == "butt") return OFFSET_CAP_BUTT;
+    if (name == "square") return OFFSET_CAP_SQUARE;
+    throw py::value_error("cap must be 'round', 'butt' or 'square'");
+}
+
 }  // namespace
 
 PYBIND11_MODULE(_orvmath, m) {
-    m.doc() = "Routes (chainage and offset) and point-in-polygon of the ORV_MathTool geometry library.";
+    m.doc() = "Routes (chainage and offset), point-in-polygon and polygon offsets of the ORV_MathTool geometry library.";
 
     py::class_<CRoute2>(m, "Route", "A road or rail alignment of straights, arcs and clothoid transitions.")
         .def(py::init(&RouteFromPoints), py::arg("points"), py::arg("start_mile") = 0.0, py::arg("offset") = 0.0,
@@ -303,6 +349,31 @@ PYBIND11_MODULE(_orvmath, m) {
              "boundary.")
         .def("locate", &Locate, py::arg("xy"),
              "For an (n, 2) array of points: 0 outside, 1 inside (nonzero winding), 2 on the boundary.");
+    m.def(
+        "polygon_offset",
+        [](const Doubles& polygon, double distance, const std::string& join, double miterLimit) {
+            if (!std::isfinite(distance)) throw py::value_error("distance must be finite");
+            CPolygon2Array out;
+            PolygonOffset(PathFromRows<CPolygon2>(polygon, "polygon"), distance, out, JoinByName(join), miterLimit);
+            return PolygonRows(out);
+        },
+        py::arg("polygon"), py::arg("distance"), py::arg("join") = "round", py::arg("miter_limit") = 2.0,
+        "The polygon (an (n, 2) array, or (n, 3) with bulges) grown by distance (negative: shrunk), arcs kept as "
+        "arcs: a list of (m, 3) arrays x, y, bulge, outer boundaries counter-clockwise and holes clockwise; empty "
+        "when it vanishes. join is 'round', 'miter' (cut at miter_limit * |distance|) or 'square'.");
+    m.def(
+        "polyline_buffer",
+        [](const Doubles& line, double distance, const std::string& join, double miterLimit, const std::string& cap) {
+            if (!std::isfinite(distance)) throw py::value_error("distance must be finite");
+            CPolygon2Array out;
+            PolygonOffset(PathFromRows<CPolyline2>(line, "polyline"), distance, out, JoinByName(join), miterLimit,
+                          CapByName(cap));
+            return PolygonRows(out);
+        },
+        py::arg("line"), py::arg("distance"), py::arg("join") = "round", py::arg("miter_limit") = 2.0,
+        py::arg("cap") = "round",
+        "Every point within |distance| of the polyline, as polygon_offset returns it; cap is 'round', 'butt' or "
+        "'square'.");
     m.def(
         "polygon_contains",
         [](const Doubles& poly, const Doubles& xy) {

@@ -63,3 +63,14 @@ class PreparedPolygon:
 
 def polygon_contains(polygon: ArrayLike, xy: ArrayLike) -> npt.NDArray[np.bool_]:
     """True for each point strictly inside (boundary points are not contained)."""
+
+def polygon_offset(
+    polygon: ArrayLike, distance: float, join: str = "round", miter_limit: float = 2.0
+) -> List[npt.NDArray[np.float64]]:
+    """The polygon ((n, 2), or (n, 3) with bulges) grown by distance (negative: shrunk), arcs kept as arcs: a list of
+    (m, 3) arrays x, y, bulge; outer boundaries counter-clockwise, holes clockwise; empty when it vanishes."""
+
+def polyline_buffer(
+    line: ArrayLike, distance: float, join: str = "round", miter_limit: float = 2.0, cap: str = "round"
+) -> List[npt.NDArray[np.float64]]:
+    """Every point within |distance| of the polyline, as polygon_offset returns it; cap: 'round', 'butt', 'square'."""

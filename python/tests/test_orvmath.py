@@ -109,3 +109,33 @@ def test_design_forms_lay_out_and_read_back():
         orvmath.Route.from_pi(np.array([[0, 0, 0, 0, 0], [200, 0, 0, 0, 0], [200, 100, 0, 0, 0]]))
     with pytest.raises(ValueError, match="element 0"):
         orvmath.Route.from_elements(0, 0, 0, np.array([[1, 10, 0, 0, 0]]))
+
+
+def shoelace_with_bulges(rows):
+    """Area of (x, y, bulge) rows, worked out here independently: chords plus circular segments."""
+    area = 0.0
+    n = len(rows)
+    for i in range(n):
+        x0, y0, b = rows[i]
+        x1, y1, _ = rows[(i + 1) % n]
+        area += 0.5 * (x0 * y1 - x1 * y0)
+        if b:
+            sweep = 4 * math.atan(b)
+            chord = math.hypot(x1 - x0, y1 - y0)
+            r = chord / (2 * abs(math.sin(sweep / 2)))
+            area += 0.5 * r * r * (sweep - math.sin(sweep))
+    return area
+
+
+def test_polygon_offset_and_buffer():
+    square = np.array([[0, 0], [10, 0], [10, 10], [0, 10]], dtype=float)
+    (grown,) = orvmath.polygon_offset(square, 1.0)
+    assert grown.shape[1] == 3
+    assert shoelace_with_bulges(grown) == pytest.approx(140 + math.pi, abs=1e-9)  # 100 + 4 * 10 + a unit disc
+    (mitred,) = orvmath.polygon_offset(square, 1.0, join="miter")
+    assert shoelace_with_bulges(mitred) == pytest.approx(144, abs=1e-9)
+    assert orvmath.polygon_offset(square, -6.0) == []
+    (band,) = orvmath.polyline_buffer(np.array([[0, 0], [10, 0]]), 1.0, cap="butt")
+    assert shoelace_with_bulges(band) == pytest.approx(20, abs=1e-9)
+    with pytest.raises(ValueError):
+        orvmath.polygon_offset(square, 1.0, join="bevel")
