@@ -17,7 +17,7 @@ class CMakeBuild(build_ext):
                                "-DORVMATH_BUILD_TESTS=OFF", "-DORVMATH_BUILD_EXAMPLES=OFF",
                                "-DORVMATH_BUILD_PYTHON=ON", "-DORVMATH_INSTALL=OFF",
                                "-DPython3_EXECUTABLE=" + sys.executable])
-        subprocess.check_call(["cmake", "--build", build, "--target", "_orvmath", "--parallel", "2"])
+        subprocess.check_call(["cmake", "--build", build, "--target", "orvmath_python_package", "--parallel", "2"])
         package = os.path.dirname(os.path.abspath(self.get_ext_fullpath(ext.name)))
         os.makedirs(package, exist_ok=True)
         built = os.path.join(build, "python", "orvmath")
@@ -28,7 +28,7 @@ class CMakeBuild(build_ext):
 setup(
     name="orvmath",
     version="1.0.0",
-    description="Routes addressed by chainage and offset, and point-in-polygon, over numpy",
+    description="Routes addressed by chainage and offset, point-in-polygon and polygon offsets, over numpy",
     packages=["orvmath"],
     package_dir={"orvmath": "python/orvmath"},
     package_data={"orvmath": ["*.pyi", "py.typed"]},
