@@ -1,0 +1,210 @@
+#include "route/route_test_util.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+using namespace route_test;
+
+namespace {
+
+// A point of the clothoid A in the frame (origin, theta), turning left, as the mode evaluates it.
+CDblPoint Clothoid(ClothoidMode mode, const CDblPoint& origin, double theta, double A, double l) {
+    const CDblPoint q =
+        mode == CLOTHOID_EXACT ? CRoute2::GetStandardPointExact(A, l, 0) : CRoute2::GetStandardPoint(A, l, 0);
+    return CRoute2::Standard2World(origin, theta, true, q);
+}
+
+// Every element kind, its transitions stored on the clothoid of `mode`: a straight, a spiral out of it (A 120 to
+// R 240), an arc of 0.4 rad, a spiral between two radii (240 to 120), an arc of 0.3 rad, a spiral back to a
+// straight, a straight. Mirrored, every turn goes right.
+CRoute2 Sample(ClothoidMode mode, bool mirrored, double offset = 0.0) {
+    const double A = 120, tau60 = 0.125, tau120 = 0.5;  // l^2 / (2 A^2) at l = 60 and 120
+    std::vector<CCriticalPoint> p;
+    double a = 0.3;
+    CDblPoint at(100 * std::cos(a), 100 * std::sin(a));
+    p.push_back(Pt(SEGMENT_LINE, 0, 0, a, -1));
+    p.push_back(Pt(SEGMENT_TRANSITION, at.x, at.y, a, -1, A));
+    at = Clothoid(mode, at, a, A, 60);
+    a += tau60;
+    const auto arc = [&](double R, double sweep) {  // left turn: centre on the left normal
+        const CDblPoint c(at.x - R * std::sin(a), at.y + R * std::cos(a));
+        a += sweep;
+        at = CDblPoint(c.x + R * std::sin(a), c.y - R * std::cos(a));
+    };
+    p.push_back(Pt(SEGMENT_ARC, at.x, at.y, a, 240));
+    arc(240, 0.4);
+    p.push_back(Pt(SEGMENT_TRANSITION, at.x, at.y, a, 240, A, 120));  // stores its far radius
+    const double theta = a - tau60;  // the clothoid's frame: q(60) lands here with this tangent
+    const CDblPoint q60 = Clothoid(mode, CDblPoint(0, 0), theta, A, 60);
+    const CDblPoint origin(at.x - q60.x, at.y - q60.y);
+    at = Clothoid(mode, origin, theta, A, 120);
+    a = theta + tau120;
+    p.push_back(Pt(SEGMENT_ARC, at.x, at.y, a, 120));
+    arc(120, 0.3);
+    p.push_back(Pt(SEGMENT_TRANSITION, at.x, at.y, a, 120, A));
+    // Out of the curve: the frame sits at the far end pointing back, and seen from there the curve turns right.
+    a += tau120;
+    const CDblPoint back = CRoute2::Standard2World(
+        CDblPoint(0, 0), a + kPi, false,
+        mode == CLOTHOID_EXACT ? CRoute2::GetStandardPointExact(A, 120, 0) : CRoute2::GetStandardPoint(A, 120, 0));
+    at = CDblPoint(at.x - back.x, at.y - back.y);
+    p.push_back(Pt(SEGMENT_LINE, at.x, at.y, a, -1));
+    p.push_back(Pt(SEGMENT_LINE, at.x + 80 * std::cos(a), at.y + 80 * std::sin(a), a, -1));
+    CCriticalPointArray pts;
+    for (const CCriticalPoint& c : p) pts.Add(c);
+    CRoute2 route(pts, 1000, offset);
+    route.SetClothoidMode(mode);
+    if (mirrored) route.SelfMirror(CDblPoint(0, 0), CDblPoint(1, 0));
+    return route;
+}
+
+std::vector<double> Boundaries(const CRoute2& r) {
+    std::vector<double> b{r.GetStartMile()};
+    for (int i = 0; i + 1 < r.GetCriticalPoints().GetSize(); ++i) b.push_back(b.back() + r.GetSegMile(i));
+    return b;
+}
+
+// The edited route gives the original's points (and tangents: an offset of 1.5 too) at 1000 miles of [from, to],
+// away from the end snaps.
+void ExpectSameAlong(const CRoute2& edited, const CRoute2& original, double from, double to, double tol = 1e-9) {
+    const double a = from + 0.011, b = to - 0.011;
+    double worst = 0.0, where = 0.0;
+    for (int k = 0; k <= 1000; ++k) {
+        const double m = a + (b - a) * k / 1000;
+        for (double d : {0.0, 1.5}) {
+            const double e = Distance(edited.GetPoint(m, d), original.GetPoint(m, d));
+            if (e > worst) worst = e, where = m;
+        }
+    }
+    EXPECT_LE(worst, tol) << "at mile " << where;
+}
+
+}  // namespace
+
+TEST(CRoute2Trim, KeptPartEvaluatesAsTheOriginalForCutsAtNearAndInsideEveryElement) {
+    for (ClothoidMode mode : {CLOTHOID_SERIES, CLOTHOID_EXACT})
+        for (bool mirrored : {false, true})
+            for (double offset : {0.0, -2.5}) {
+                const CRoute2 route = Sample(mode, mirrored, offset);
+                const std::vector<double> b = Boundaries(route);
+                const int n = static_cast<int>(b.size());
+                ASSERT_EQ(n, 8);
+                for (int i = 0; i + 1 < n; ++i)
+                    for (double into : {0.0, 1e-7, -1e-7, 0.37}) {
+                        SCOPED_TRACE(testing::Message() << "mode " << mode << " mirrored " << mirrored << " offset "
+                                                        << offset << " element " << i << " into " << into);
+                        const bool inside = into > 1e-6;
+                        const double cut = b[i] + (inside ? into * (b[i + 1] - b[i]) : into);
+                        CRoute2 tail(route), head(route);
+                        if (i > 0 || inside) {
+                            ASSERT_TRUE(tail.TrimStart(cut));
+                            // A cut within the boundary tolerance cuts at the boundary: no sliver element.
+                            EXPECT_EQ(tail.GetCriticalPoints().GetSize(), n - i);
+                            EXPECT_NEAR(tail.GetStartMile(), inside ? cut : b[i], 1e-12);
+                            EXPECT_NEAR(tail.GetEndMile(), route.GetEndMile(), 1e-9);
+                            EXPECT_EQ(tail.GetOffset(), route.GetOffset());
+                            EXPECT_EQ(tail.GetClothoidMode(), mode);
+                            ExpectSameAlong(tail, route, tail.GetStartMile(), route.GetEndMile());
+                        }
+                        if (i > 0 || inside) {
+                            ASSERT_TRUE(head.TrimEnd(cut));
+                            EXPECT_EQ(head.GetCriticalPoints().GetSize(), i + (inside ? 2 : 1));
+                            EXPECT_NEAR(head.GetEndMile(), inside ? cut : b[i], 1e-9);
+                            ExpectSameAlong(head, route, route.GetStartMile(), head.GetEndMile());
+                        }
+                    }
+            }
+}
+
+TEST(CRoute2Trim, BothCutsInsideOneTransitionAndTheMiddleRemoved) {
+    for (ClothoidMode mode : {CLOTHOID_SERIES, CLOTHOID_EXACT}) {
+        const CRoute2 route = Sample(mode, true);
+        const std::vector<double> b = Boundaries(route);
+        for (int i : {1, 3, 5}) {  // spiral out of a straight, between two radii, back to a straight
+            SCOPED_TRACE(testing::Message() << "mode " << mode << " element " << i);
+            const double m1 = b[i] + 13, m2 = b[i + 1] - 21;
+            CRoute2 piece(route);
+            ASSERT_TRUE(piece.Trim2Side(m2, m1));
+            EXPECT_EQ(piece.GetCriticalPoints().GetSize(), 2);
+            EXPECT_NEAR(piece.GetMile(), m2 - m1, 1e-9);
+            ExpectSameAlong(piece, route, m1, m2);
+
+            CRoute2 before, after;
+            route.TrimMiddle(m1, m2, before, after);
+            EXPECT_NEAR(before.GetEndMile(), m1, 1e-9);
+            EXPECT_NEAR(after.GetStartMile(), m2, 1e-12);
+            EXPECT_NEAR(after.GetEndMile(), route.GetEndMile(), 1e-9);
+            ExpectSameAlong(before, route, route.GetStartMile(), m1);
+            ExpectSameAlong(after, route, m2, route.GetEndMile());
+        }
+        // Removing up to an end leaves a null part.
+        CRoute2 before, after;
+        route.TrimMiddle(b[2], route.GetEndMile(), before, after);
+        EXPECT_TRUE(after.IsNull());
+        EXPECT_EQ(before.GetCriticalPoints().GetSize(), 3);
+    }
+}
+
+TEST(CRoute2Trim, NothingLeftOrOffTheRouteLeavesItUnchanged) {
+    const CRoute2 route = Sample(CLOTHOID_SERIES, false);
+    const struct { double m1, m2; } rows[] = {{1010, 1010}, {999, 1010}, {route.GetEndMile(), route.GetEndMile() + 1}};
+    for (const auto& r : rows) {
+        CRoute2 copy(route);
+        EXPECT_FALSE(copy.Trim2Side(r.m1, r.m2)) << r.m1;
+        EXPECT_TRUE(copy == route);
+    }
+    CRoute2 copy(route);
+    EXPECT_FALSE(copy.TrimStart(route.GetEndMile()));
+    EXPECT_FALSE(copy.TrimEnd(route.GetStartMile() + 1e-7));
+    EXPECT_FALSE(CRoute2().TrimStart(0));
+}
+
+TEST(CRoute2Extend, ContinuesPositionAndDirectionAndKeepsTheOldPart) {
+    const CRoute2 route = Sample(CLOTHOID_SERIES, false, 1.0);
+    const std::vector<double> b = Boundaries(route);
+    // Straight ends: the first element runs from (0, 0) at 0.3 rad, the last leaves its start at 0.3 + 0.125 + 0.4 +
+    // 0.375 + 0.3 + 0.5 = 2.0 rad for 80.
+    CRoute2 lines(route);
+    ASSERT_TRUE(lines.Extend2Ends(10, 20));
+    EXPECT_EQ(lines.GetCriticalPoints().GetSize(), route.GetCriticalPoints().GetSize());
+    EXPECT_DOUBLE_EQ(lines.GetStartMile(), 990);
+    EXPECT_NEAR(lines.GetEndMile(), route.GetEndMile() + 20, 1e-9);
+    const CDblPoint e = route.GetCriticalPoints()[7].pt;
+    const struct {
+        double mile;
+        double x, y;
+    } rows[] = {{990.02, -9.98 * std::cos(0.3), -9.98 * std::sin(0.3)},
+                {route.GetEndMile() + 19.98, e.x + 19.98 * std::cos(2.0), e.y + 19.98 * std::sin(2.0)}};
+    for (const auto& r : rows) {
+        const CDblPoint p = lines.GetPointOnBase(r.mile);
+        EXPECT_NEAR(p.x, r.x, 1e-9);
+        EXPECT_NEAR(p.y, r.y, 1e-9);
+    }
+    ExpectSameAlong(lines, route, route.GetStartMile(), route.GetEndMile());
+
+    // An arc start (R 240 from 0.425 rad, centre on its left) runs back along its circle; a transition end that
+    // stops at R 120 gets a straight along its end tangent.
+    CRoute2 curves(route);
+    ASSERT_TRUE(curves.Trim2Side(b[2] + 30, b[4] - 20));
+    const CCriticalPoint s = curves.GetCriticalPoints()[0], t = curves.GetCriticalPoints()[2];
+    CRoute2 extended(curves);
+    ASSERT_TRUE(extended.Extend2Ends(24, 15));
+    EXPECT_EQ(extended.GetCriticalPoints().GetSize(), 4);
+    const CDblPoint c(s.pt.x - 240 * std::sin(s.angle), s.pt.y + 240 * std::cos(s.angle));
+    const double back = s.angle - 0.1;  // 24 / 240 rad earlier
+    CCriticalPoint cp;
+    extended.GetCriticalPoint(extended.GetStartMile(), cp);
+    EXPECT_NEAR(cp.pt.x, c.x + 240 * std::sin(back), 1e-9);
+    EXPECT_NEAR(cp.pt.y, c.y - 240 * std::cos(back), 1e-9);
+    EXPECT_NEAR(cp.angle, back, 1e-12);
+    extended.GetCriticalPoint(extended.GetEndMile() - 7.5, cp);
+    EXPECT_NEAR(cp.pt.x, t.pt.x + 7.5 * std::cos(t.angle), 1e-9);
+    EXPECT_NEAR(cp.pt.y, t.pt.y + 7.5 * std::sin(t.angle), 1e-9);
+    EXPECT_NEAR(cp.angle, t.angle, 1e-12);
+    EXPECT_EQ(cp.radius, -1.0);
+    EXPECT_NEAR(extended.GetEndMile(), curves.GetEndMile() + 15, 1e-9);
+    ExpectSameAlong(extended, curves, curves.GetStartMile(), curves.GetEndMile());
+    EXPECT_FALSE(CRoute2().Extend2Ends(1, 1));
+}
