@@ -174,7 +174,152 @@ public:
         r.Set(pts, r.m_dStartMile - l0, r.m_dOffset);
         return true;
     }
+
+    // ---- crossings with a line
+
+    // The element's point at distance s, shifted `shift` to the left, and its unit tangent.
+    static CDblPoint ShiftedPoint(const CRoute2& r, int i, double s, double shift, CDblSize& t) {
+        CCriticalPoint cp;
+        r.EvaluateElement(i, s, cp, t);
+        return CDblPoint(cp.pt.x - shift * t.cy, cp.pt.y + shift * t.cx);
+    }
+
+    // Distances along element i (0..length) where the curve meets the line
+    // through a with unit direction u, appended to `out`.
+    static void ElementRoots(const CRoute2& r, int i, double length, double shift, const CDblPoint& a,
+                             const CDblSize& u, std::vector<double>& out) {
+        const auto side = [&](const CDblPoint& p) { return u.cx * (p.y - a.y) - u.cy * (p.x - a.x); };
+        const Geometry* g = GeometryOf(r, i);
+        if (g && (g->kind == Geometry::Line || g->kind == Geometry::Chord)) {
+            // side(P0 + s c) = side(P0) + s cross(u, c): linear in s.
+            const CDblSize c = Unit(g->chord.start, g->chord.end);
+            const double slope = u.cx * c.cy - u.cy * c.cx;
+            if (slope == 0.0) return;  // parallel, or lying along the line: no single crossing
+            const CDblPoint p0(g->chord.start.x - shift * g->tangent.cy, g->chord.start.y + shift * g->tangent.cx);
+            out.push_back(-side(p0) / slope);
+            return;
+        }
+        if (g && g->kind == Geometry::Arc) {
+            // The circle of radius rho about the centre: rho sin(theta - phi) = -h.
+            const double sweep = g->arc.sweepAngle;
+            const double rho = g->arc.radius - (sweep > 0.0 ? shift : -shift);
+            const double h = side(g->arc.centre), phi = std::atan2(u.cy, u.cx);
+            if (rho == 0.0) return;
+            std::vector<double> thetas;
+            if (std::fabs(std::fabs(h) - std::fabs(rho)) <= kCrossingTol) {
+                thetas.push_back(phi + (-h / rho > 0.0 ? kHalfPi : -kHalfPi));  // a touch: once
+            } else if (std::fabs(h) < std::fabs(rho)) {
+                const double k = std::asin(-h / rho);
+                thetas.push_back(phi + k);
+                thetas.push_back(phi + kPi - k);
+            }
+            for (double theta : thetas) {
+                double turn = sweep > 0.0 ? theta - g->arc.startAngle : g->arc.startAngle - theta;
+                turn -= k2Pi * std::floor(turn / k2Pi);
+                if (turn > std::fabs(sweep) && k2Pi - turn < 1e-12) turn -= k2Pi;  // just before the start
+                out.push_back(turn / std::fabs(sweep) * length);
+            }
+            return;
+        }
+        // Numerically: the tangent turns monotonically between the points where
+        // it is parallel to the line, so the distance to the line is monotone
+        // there and each sign change holds one root.
+        const auto f = [&](double s) {
+            CDblSize t;
+            return side(ShiftedPoint(r, i, s, shift, t));
+        };
+        const auto slopeAt = [&](double s) {
+            CDblSize t;
+            ShiftedPoint(r, i, s, shift, t);
+            return u.cx * t.cy - u.cy * t.cx;
+        };
+        std::vector<double> breaks{0.0};
+        double prevS = 0.0, prev = slopeAt(0.0);
+        for (int k = 1; k <= kCrossingSamples; ++k) {
+            const double s = length * k / kCrossingSamples, cur = slopeAt(s);
+            if ((prev < 0.0 && cur > 0.0) || (prev > 0.0 && cur < 0.0))
+                breaks.push_back(Bisect(slopeAt, prevS, s, length));
+            prevS = s;
+            prev = cur;
+        }
+        breaks.push_back(length);
+        // Values within the tolerance count as zero: a touch is a root on its own.
+        const auto sign = [&](double s) {
+            const double v = f(s);
+            return std::fabs(v) <= kCrossingTol ? 0 : (v < 0.0 ? -1 : 1);
+        };
+        int prevSign = sign(breaks[0]);
+        if (prevSign == 0) out.push_back(breaks[0]);
+        for (std::size_t k = 1; k < breaks.size(); ++k) {
+            const int cur = sign(breaks[k]);
+            if (cur == 0)
+                out.push_back(breaks[k]);
+            else if (prevSign != 0 && cur != prevSign)
+                out.push_back(Bisect(f, breaks[k - 1], breaks[k], length));
+            prevSign = cur;
+        }
+    }
+
+    // A root of fn between lo and hi, where it changes sign, to 1e-13 of `scale`.
+    template <class Fn>
+    static double Bisect(const Fn& fn, double lo, double hi, double scale) {
+        const bool negLo = fn(lo) < 0.0;
+        for (int it = 0; it < 200 && hi - lo > 1e-13 * scale; ++it) {
+            const double mid = 0.5 * (lo + hi);
+            if ((fn(mid) < 0.0) == negLo)
+                lo = mid;
+            else
+                hi = mid;
+        }
+        return 0.5 * (lo + hi);
+    }
+
+    static int Intersect(const CRoute2& r, const CLine2& line, bool infinite, CArray<CRoute2::Crossing>& crossings,
+                         double offset) {
+        crossings.RemoveAll();
+        const double len = line.Length();
+        const int n = Elements(r);
+        if (!(len > 0.0) || n <= 0) return 0;
+        const CDblSize u((line.end.x - line.start.x) / len, (line.end.y - line.start.y) / len);
+        const double shift = r.m_dOffset + offset;
+        std::vector<CRoute2::Crossing> found;
+        double base = r.m_dStartMile;
+        for (int i = 0; i < n; base += r.m_SegMiles[i], ++i) {
+            const double length = r.m_SegMiles[i];
+            if (!(length > 0.0)) continue;
+            std::vector<double> roots;
+            ElementRoots(r, i, length, shift, line.start, u, roots);
+            for (double s : roots) {
+                // Roots just outside the element (rounding at its ends) belong to it.
+                if (!(s >= -kCrossingTol && s <= length + kCrossingTol)) continue;
+                s = std::min(std::max(s, 0.0), length);
+                CDblSize t;
+                const CDblPoint p = ShiftedPoint(r, i, s, shift, t);
+                const double along = u.cx * (p.x - line.start.x) + u.cy * (p.y - line.start.y);
+                if (!infinite && !(along >= -kCrossingTol && along <= len + kCrossingTol)) continue;
+                CRoute2::Crossing c;
+                c.mile = base + s;
+                c.pt = p;
+                c.element = i;
+                found.push_back(c);
+            }
+        }
+        std::stable_sort(found.begin(), found.end(),
+                         [](const CRoute2::Crossing& a, const CRoute2::Crossing& b) { return a.mile < b.mile; });
+        for (const CRoute2::Crossing& c : found) {
+            const INT_PTR k = crossings.GetSize();
+            if (k > 0 && c.mile - crossings[k - 1].mile <= kCrossingTol &&
+                Distance(c.pt, crossings[k - 1].pt) <= kCrossingTol)
+                continue;  // an element boundary, reached from both sides
+            crossings.Add(c);
+        }
+        return static_cast<int>(crossings.GetSize());
+    }
 };
+
+int CRoute2::IntersectionWithLine(const CLine2& line, bool infinite, CArray<Crossing>& crossings, double offset) const {
+    return RouteEditor::Intersect(*this, line, infinite, crossings, offset);
+}
 
 bool CRoute2::TrimStart(double mile) { return RouteEditor::Keep(*this, mile, m_dEndMile, *this); }
 

@@ -208,3 +208,115 @@ TEST(CRoute2Extend, ContinuesPositionAndDirectionAndKeepsTheOldPart) {
     ExpectSameAlong(extended, curves, curves.GetStartMile(), curves.GetEndMile());
     EXPECT_FALSE(CRoute2().Extend2Ends(1, 1));
 }
+
+TEST(CRoute2Crossings, AgainstCrossingsWorkedOutByHand) {
+    const CRoute2 line = Route({Pt(SEGMENT_LINE, 0, 0, 0, -1), Pt(SEGMENT_LINE, 100, 0, 0, -1)});
+    // Line (0, 0)-(20, 0), quarter circle R 10 about (20, 10) to (30, 10), line up to (30, 40). A point of the arc at
+    // beta from its start is (20 + 10 sin beta, 10 - 10 cos beta).
+    const CRoute2 bend = Route({Pt(SEGMENT_LINE, 0, 0, 0, -1), Pt(SEGMENT_ARC, 20, 0, 0, 10),
+                                Pt(SEGMENT_LINE, 30, 10, kHalfPi, -1), Pt(SEGMENT_LINE, 30, 40, kHalfPi, -1)});
+    // Clothoid A 100 north from (100, 50), turning left, to R 200 at l = 50. At l = 30 the series gives x = 30 -
+    // 30^5/(40 A^4) + 30^9/(3456 A^8) = 29.99392556953125, y = 30^3/(6 A^2) - 30^7/(336 A^6) + 30^11/(42240 A^10) =
+    // 0.4499349149081067, the Fresnel integrals (Simpson, 2e5 steps) 29.99392556950444 and 0.44993491490795967; the
+    // world point is (100 - y, 50 + x), the tangent pi/2 + 30^2/(2 A^2) = pi/2 + 0.045.
+    const CRoute2 spiral =
+        Route({Pt(SEGMENT_TRANSITION, 100, 50, kHalfPi, -1, 100), Pt(SEGMENT_ARC, 97.92, 99.92, kHalfPi + 0.125, 200)});
+    CRoute2 exactSpiral(spiral);
+    exactSpiral.SetClothoidMode(CLOTHOID_EXACT);
+    const double xs = 29.99392556953125, ys = 0.4499349149081067, xe = 29.99392556950444, ye = 0.44993491490795967;
+    const CDblPoint touch(100 - ys, 50 + xs), dir(-std::sin(0.045), std::cos(0.045));
+    const struct {
+        const CRoute2* route;
+        CLine2 cut;
+        bool infinite;
+        double offset;
+        std::vector<double> miles, xs, ys;
+    } rows[] = {
+        {&line, CLine2(CDblPoint(30, -5), CDblPoint(30, 5)), false, 0, {30}, {30}, {0}},
+        {&line, CLine2(CDblPoint(30, 3), CDblPoint(30, 5)), false, 2, {}, {}, {}},  // the segment stops short
+        {&line, CLine2(CDblPoint(30, 3), CDblPoint(30, 5)), true, 2, {30}, {30}, {2}},
+        {&line, CLine2(CDblPoint(30, 2), CDblPoint(30, 5)), false, 2, {30}, {30}, {2}},  // its end touches
+        {&line, CLine2(CDblPoint(0, 1), CDblPoint(50, 1)), true, 0, {}, {}, {}},         // parallel
+        // x = 25: sin beta = 1/2, mile 20 + 10 pi/6, y = 10 - 5 sqrt 3; the far root 5 pi/6 is off the arc.
+        {&bend,
+         CLine2(CDblPoint(25, -9), CDblPoint(25, 30)),
+         false,
+         0,
+         {20 + 10 * kPi / 6},
+         {25},
+         {10 - 5 * std::sqrt(3.0)}},
+        // Offset 2 inward: radius 8, sin beta = 5/8, mile 20 + 10 asin(5/8) = 26.751315329370317, y = 10 - 8 cos beta.
+        {&bend,
+         CLine2(CDblPoint(25, -9), CDblPoint(25, 30)),
+         true,
+         2,
+         {26.751315329370317},
+         {25},
+         {3.7550020016016017}},
+        // y = x - 20 passes through both ends of the arc, each on an element boundary: counted once each.
+        {&bend, CLine2(CDblPoint(0, -20), CDblPoint(1, -19)), true, 0, {20, 20 + 5 * kPi}, {20, 30}, {0, 10}},
+        // The tangent of the arc at beta = pi/4 touches once.
+        {&bend,
+         CLine2(CDblPoint(20 + 10 * std::sqrt(0.5), 10 - 10 * std::sqrt(0.5)),
+                CDblPoint(21 + 10 * std::sqrt(0.5), 11 - 10 * std::sqrt(0.5))),
+         true,
+         0,
+         {20 + 10 * kPi / 4},
+         {20 + 10 * std::sqrt(0.5)},
+         {10 - 10 * std::sqrt(0.5)}},
+        {&spiral, CLine2(CDblPoint(90, 50 + xs), CDblPoint(110, 50 + xs)), false, 0, {30}, {100 - ys}, {50 + xs}},
+        {&exactSpiral, CLine2(CDblPoint(90, 50 + xe), CDblPoint(110, 50 + xe)), false, 0, {30}, {100 - ye}, {50 + xe}},
+        {&spiral,
+         CLine2(CDblPoint(touch.x - 40 * dir.x, touch.y - 40 * dir.y), touch),
+         true,
+         0,
+         {30},
+         {touch.x},
+         {touch.y}},
+    };
+    int row = 0;
+    for (const auto& r : rows) {
+        SCOPED_TRACE(row++);
+        CArray<CRoute2::Crossing> found;
+        ASSERT_EQ(r.route->IntersectionWithLine(r.cut, r.infinite, found, r.offset), static_cast<int>(r.miles.size()));
+        for (std::size_t k = 0; k < r.miles.size(); ++k) {
+            EXPECT_NEAR(found[k].mile, r.miles[k], 1e-9);
+            EXPECT_NEAR(found[k].pt.x, r.xs[k], 1e-9);
+            EXPECT_NEAR(found[k].pt.y, r.ys[k], 1e-9);
+        }
+    }
+}
+
+TEST(CRoute2Crossings, EveryCrossingOfTheSampleLiesOnTheLineInRouteOrder) {
+    for (ClothoidMode mode : {CLOTHOID_SERIES, CLOTHOID_EXACT}) {
+        const CRoute2 route = Sample(mode, false, 1.0);
+        // The chord between points on the two straights crosses the offset curve near both; the chord's
+        // perpendicular bisector crosses the curve once.
+        const CDblPoint s = route.GetPoint(1050, 0), e = route.GetPoint(route.GetEndMile() - 40, 0);
+        const CDblPoint mid((s.x + e.x) / 2, (s.y + e.y) / 2);
+        const CLine2 bisector(mid, CDblPoint(mid.x - (e.y - s.y), mid.y + (e.x - s.x)));
+        for (const auto& l : {std::make_pair(CLine2(s, e), 2), std::make_pair(bisector, 1)}) {
+            CArray<CRoute2::Crossing> found;
+            const int n = route.IntersectionWithLine(l.first, true, found, -0.5);
+            EXPECT_EQ(n, l.second);
+            for (int k = 0; k < n; ++k) {
+                EXPECT_LE(l.first.Distance(found[k].pt), 1e-9);
+                const CDblPoint at = route.GetPoint(found[k].mile, -0.5);
+                EXPECT_LE(Distance(at, found[k].pt), 1e-9);
+                if (k > 0) {
+                    EXPECT_GT(found[k].mile, found[k - 1].mile);
+                }
+            }
+        }
+        // The normal of the route at a mile inside each element crosses it there.
+        const std::vector<double> b = Boundaries(route);
+        for (std::size_t i = 0; i + 1 < b.size(); ++i) {
+            const double m = b[i] + 0.37 * (b[i + 1] - b[i]);
+            CArray<CRoute2::Crossing> found;
+            ASSERT_EQ(
+                route.IntersectionWithLine(CLine2(route.GetPoint(m, -5), route.GetPoint(m, 5)), false, found, -0.5), 1);
+            EXPECT_NEAR(found[0].mile, m, 1e-9);
+            EXPECT_EQ(found[0].element, static_cast<int>(i));
+        }
+    }
+}
