@@ -24,7 +24,9 @@ constexpr double kCrossingTol = 1e-9;             // a crossing lies this close 
 constexpr int kCrossingSamples = 32;              // samples per element when bracketing on a transition
 constexpr double kArcExtendMaxSweep = 1.5 * kPi;  // an arc extended along its circle stays below this
 constexpr int kPieceChecks = 8;                   // inner points checked against an approximating arc
-constexpr int kPieceMaxDepth = 30;                // halvings of a transition before a piece is taken as it is
+constexpr int kPieceMaxDepth = 30;
+constexpr int kLoopSearch = 64;  // pieces searched on each side of a loop for the crossing that closes it // halvings
+                                 // of a transition before a piece is taken as it is
 
 // Where a mile falls on a route: on critical point `point`, or inside element
 // `element` at distance s from its start.
@@ -315,7 +317,197 @@ public:
         }
         return static_cast<int>(crossings.GetSize());
     }
+
+    // ---- straights and arcs
+
+    struct Raw {
+        CRoute2::Piece piece;
+        bool backwards = false;  // runs against the direction of travel (an offset beyond the radius)
+    };
+
+    static CRoute2::Piece MakeLine(const CDblPoint& a, const CDblPoint& b, double m0, double m1) {
+        CRoute2::Piece p;
+        p.line = CLine2(a, b);
+        p.startMile = m0;
+        p.endMile = m1;
+        return p;
+    }
+
+    static CRoute2::Piece MakeArc(const CArc2& arc, double m0, double m1) {
+        CRoute2::Piece p;
+        p.isArc = true;
+        p.arc = arc;
+        p.startMile = m0;
+        p.endMile = m1;
+        return p;
+    }
+
+    // A curve of the element between s0 and s1 as arcs through three of its
+    // points (or lines where flat enough), halved until within tol.
+    template <class Curve>
+    static void Approximate(const Curve& at, double s0, double s1, double base, double tol, int depth,
+                            std::vector<Raw>& out) {
+        CDblSize t0, tm, t1;
+        const double sm = 0.5 * (s0 + s1);
+        const CDblPoint p0 = at(s0, t0), pm = at(sm, tm), p1 = at(s1, t1);
+        const CLine2 chord(p0, p1);
+        const CArc2 arc = CalArcFrom3Points(p0, pm, p1);
+        double lineErr = 0.0, arcErr = 0.0;
+        for (int k = 1; k <= kPieceChecks; ++k) {
+            CDblSize t;
+            const CDblPoint q = at(s0 + (s1 - s0) * k / (kPieceChecks + 1), t);
+            lineErr = std::max(lineErr, chord.Distance(q));
+            if (!arc.IsNull()) arcErr = std::max(arcErr, std::fabs(Distance(q, arc.centre) - arc.radius));
+        }
+        const bool lineFits = lineErr <= tol, arcFits = !arc.IsNull() && arcErr <= tol;
+        if (lineFits || arcFits || depth >= kPieceMaxDepth) {
+            Raw raw;
+            raw.piece =
+                lineFits || arc.IsNull() ? MakeLine(p0, p1, base + s0, base + s1) : MakeArc(arc, base + s0, base + s1);
+            raw.backwards = (p1.x - p0.x) * tm.cx + (p1.y - p0.y) * tm.cy < 0.0;
+            out.push_back(raw);
+            return;
+        }
+        Approximate(at, s0, sm, base, tol, depth + 1, out);
+        Approximate(at, sm, s1, base, tol, depth + 1, out);
+    }
+
+    static void Pieces(const CRoute2& r, double shift, double tol, std::vector<Raw>& out) {
+        if (!(tol > 0.0)) tol = 1e-3;
+        double base = r.m_dStartMile;
+        const int n = Elements(r);
+        for (int i = 0; i < n; base += r.m_SegMiles[i], ++i) {
+            const double length = r.m_SegMiles[i];
+            const Geometry* g = GeometryOf(r, i);
+            if (!(length > 0.0) || !g) continue;
+            const auto at = [&](double s, CDblSize& t) { return ShiftedPoint(r, i, s, shift, t); };
+            Raw raw;
+            if (g->kind == Geometry::Line || g->kind == Geometry::Chord) {
+                CDblSize t;
+                raw.piece = MakeLine(at(0.0, t), at(length, t), base, base + length);
+            } else if (g->kind == Geometry::Arc) {
+                // A concentric arc; a radius through 0 puts it on the far side, running backwards.
+                const double rho = g->arc.radius - (g->arc.sweepAngle > 0.0 ? shift : -shift);
+                const double start = rho > 0.0 ? g->arc.startAngle : NormalizeAng_Rad(g->arc.startAngle + kPi);
+                raw.piece =
+                    MakeArc(CArc2(g->arc.centre, std::fabs(rho), start, g->arc.sweepAngle), base, base + length);
+                raw.backwards = !(rho > 0.0);
+            } else {
+                Approximate(at, 0.0, length, base, tol, 0, out);
+                continue;
+            }
+            out.push_back(raw);
+        }
+    }
+
+    // Where a point lies along a piece, 0 at its start and 1 at its end.
+    static double ParamOf(const CRoute2::Piece& p, const CDblPoint& x) {
+        if (!p.isArc) {
+            const double dx = p.line.end.x - p.line.start.x, dy = p.line.end.y - p.line.start.y;
+            const double l2 = dx * dx + dy * dy;
+            return l2 > 0.0 ? ((x.x - p.line.start.x) * dx + (x.y - p.line.start.y) * dy) / l2 : 0.0;
+        }
+        const double sweep = p.arc.sweepAngle;
+        double turn = std::atan2(x.y - p.arc.centre.y, x.x - p.arc.centre.x) - p.arc.startAngle;
+        if (sweep < 0.0) turn = -turn;
+        turn -= k2Pi * std::floor(turn / k2Pi);
+        if (turn > std::fabs(sweep) && k2Pi - turn < 1e-12) turn -= k2Pi;
+        return sweep != 0.0 ? turn / std::fabs(sweep) : 0.0;
+    }
+
+    // The crossing of two pieces nearest the start of the second; false when they do not cross.
+    static bool Cross(const CRoute2::Piece& a, const CRoute2::Piece& b, double& ta, double& tb) {
+        CDblPointArray pts;
+        const auto deg = [](double rad) { return rad * 180.0 / kPi; };
+        if (!a.isArc && !b.isArc)
+            XLineLine(a.line.start, a.line.end, b.line.start, b.line.end, pts, ExtendNone);
+        else if (!a.isArc || !b.isArc) {
+            const CRoute2::Piece& l = a.isArc ? b : a;
+            const CArc2& c = a.isArc ? a.arc : b.arc;
+            XLineArc(l.line.start, l.line.end, c.centre.x, c.centre.y, c.radius, deg(c.startAngle), deg(c.sweepAngle),
+                     pts, ExtendNone);
+        } else {
+            XArcArc(a.arc.centre.x, a.arc.centre.y, a.arc.radius, deg(a.arc.startAngle), deg(a.arc.sweepAngle),
+                    b.arc.centre.x, b.arc.centre.y, b.arc.radius, deg(b.arc.startAngle), deg(b.arc.sweepAngle), pts);
+        }
+        bool any = false;
+        for (const CDblPoint& x : pts) {
+            const double pa = ParamOf(a, x), pb = ParamOf(b, x);
+            if (!(pa >= -1e-9 && pa <= 1 + 1e-9 && pb >= -1e-9 && pb <= 1 + 1e-9)) continue;
+            if (!any || pb < tb) ta = std::min(std::max(pa, 0.0), 1.0), tb = std::min(std::max(pb, 0.0), 1.0);
+            any = true;
+        }
+        return any;
+    }
+
+    // The piece from fraction t0 to t1 of its length.
+    static CRoute2::Piece Part(const CRoute2::Piece& p, double t0, double t1) {
+        CRoute2::Piece q = p;
+        q.startMile = p.startMile + (p.endMile - p.startMile) * t0;
+        q.endMile = p.startMile + (p.endMile - p.startMile) * t1;
+        if (p.isArc) {
+            q.arc.startAngle = NormalizeAng_Rad(p.arc.startAngle + p.arc.sweepAngle * t0);
+            q.arc.sweepAngle = p.arc.sweepAngle * (t1 - t0);
+        } else {
+            q.line = CLine2(p.line.Point(t0), p.line.Point(t1));
+        }
+        return q;
+    }
+
+    static int OffsetCurve(const CRoute2& r, double d, double tol, CArray<CRoute2::Piece>& pieces,
+                           CArray<CDblPair>* loops) {
+        pieces.RemoveAll();
+        if (loops) loops->RemoveAll();
+        std::vector<Raw> raw;
+        Pieces(r, r.m_dOffset + d, tol, raw);
+        std::vector<CRoute2::Piece> out;
+        const int n = static_cast<int>(raw.size());
+        for (int k = 0; k < n;) {
+            if (!raw[k].backwards) {
+                out.push_back(raw[k++].piece);
+                continue;
+            }
+            int next = k;  // the first forward piece after the run that runs backwards
+            while (next < n && raw[next].backwards) ++next;
+            CDblPair loop(raw[k].piece.startMile, raw[next - 1].piece.endMile);
+            // Cut the pieces on either side where they cross, trying the pairs nearest the run first.
+            bool cut = false;
+            const int before = static_cast<int>(out.size());
+            for (int reach = 0; reach < 2 * kLoopSearch && !cut; ++reach)
+                for (int back = 0; back <= reach && !cut; ++back) {
+                    const int j = before - 1 - back, f = next + (reach - back);
+                    double ta = 0.0, tb = 0.0;
+                    if (j < 0 || f >= n || back >= kLoopSearch || reach - back >= kLoopSearch) continue;
+                    if (raw[f].backwards || !Cross(out[j], raw[f].piece, ta, tb)) continue;
+                    out.resize(static_cast<std::size_t>(j + 1));
+                    out[j] = Part(out[j], 0.0, ta);
+                    loop = CDblPair(out[j].endMile, 0.0);
+                    raw[f].piece = Part(raw[f].piece, tb, 1.0);
+                    loop.second = raw[f].piece.startMile;
+                    next = f;
+                    cut = true;
+                }
+            if (loops) loops->Add(loop);
+            k = next;
+        }
+        for (const CRoute2::Piece& p : out)
+            if (p.endMile > p.startMile) pieces.Add(p);  // a piece cut down to its end point is dropped
+        return static_cast<int>(pieces.GetSize());
+    }
 };
+
+int CRoute2::GetSegments(double tolerance, CArray<Piece>& pieces, double offset) const {
+    pieces.RemoveAll();
+    std::vector<RouteEditor::Raw> raw;
+    RouteEditor::Pieces(*this, m_dOffset + offset, tolerance, raw);
+    for (const RouteEditor::Raw& p : raw)
+        if (!p.backwards) pieces.Add(p.piece);
+    return static_cast<int>(pieces.GetSize());
+}
+
+int CRoute2::GetOffsetCurve(double d, double tolerance, CArray<Piece>& pieces, CArray<CDblPair>* loops) const {
+    return RouteEditor::OffsetCurve(*this, d, tolerance, pieces, loops);
+}
 
 int CRoute2::IntersectionWithLine(const CLine2& line, bool infinite, CArray<Crossing>& crossings, double offset) const {
     return RouteEditor::Intersect(*this, line, infinite, crossings, offset);

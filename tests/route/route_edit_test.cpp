@@ -320,3 +320,75 @@ TEST(CRoute2Crossings, EveryCrossingOfTheSampleLiesOnTheLineInRouteOrder) {
         }
     }
 }
+
+namespace {
+CDblPoint PieceStart(const CRoute2::Piece& p) { return p.isArc ? p.arc.StartPoint() : p.line.start; }
+CDblPoint PieceEnd(const CRoute2::Piece& p) { return p.isArc ? p.arc.EndPoint() : p.line.end; }
+}  // namespace
+
+TEST(CRoute2Pieces, FollowGetPointWithinTheToleranceOnTransitionsAndExactlyElsewhere) {
+    for (ClothoidMode mode : {CLOTHOID_SERIES, CLOTHOID_EXACT})
+        for (double d : {0.0, 3.0, -4.0})
+            for (double tol : {1e-3, 1e-5}) {
+                SCOPED_TRACE(testing::Message() << "mode " << mode << " offset " << d << " tol " << tol);
+                const CRoute2 route = Sample(mode, mode == CLOTHOID_EXACT, 0.5);
+                CArray<CRoute2::Piece> pieces;
+                CArray<CDblPair> loops;
+                const int n = route.GetOffsetCurve(d, tol, pieces, &loops);
+                EXPECT_EQ(loops.GetSize(), 0);
+                if (d == 0.0) {
+                    CArray<CRoute2::Piece> same;
+                    EXPECT_EQ(route.GetSegments(tol, same), n);
+                }
+                ASSERT_GT(n, 7);
+                EXPECT_NEAR(pieces[0].startMile, route.GetStartMile(), 1e-12);
+                EXPECT_NEAR(pieces[n - 1].endMile, route.GetEndMile(), 1e-9);
+                for (int k = 0; k + 1 < n; ++k) {  // one chain, in order
+                    EXPECT_NEAR(pieces[k].endMile, pieces[k + 1].startMile, 1e-9);
+                    EXPECT_LE(Distance(PieceEnd(pieces[k]), PieceStart(pieces[k + 1])), 1e-9) << k;
+                }
+                int k = 0;
+                for (int j = 1; j < 1000; ++j) {
+                    const double m = route.GetStartMile() + route.GetMile() * j / 1000;
+                    while (pieces[k].endMile < m) ++k;
+                    const CRoute2::Piece& p = pieces[k];
+                    const CDblPoint at = route.GetPoint(m, d);
+                    if (route.GetSegmentTypeB(m) == SEGMENT_TRANSITION) {
+                        const double off =
+                            p.isArc ? std::fabs(Distance(at, p.arc.centre) - p.arc.radius) : p.line.Distance(at);
+                        EXPECT_LE(off, tol) << m;
+                    } else {  // lines and arcs run with the chainage
+                        const double t = (m - p.startMile) / (p.endMile - p.startMile);
+                        EXPECT_LE(Distance(at, p.isArc ? p.arc.Point(t) : p.line.Point(t)), 1e-9) << m;
+                    }
+                }
+            }
+}
+
+TEST(CRoute2Pieces, OffsetBeyondARadiusLosesItsLoop) {
+    // Straight east to (0, 0), a quarter circle R 5 about (0, 5) to (5, 5), straight north to (5, 50). At 8 to the
+    // left the arc's offset radius is 5 - 8 < 0: it runs backwards. The offset straights y = 8 (from x = -50) and
+    // x = -3 (from y = 5) cross at (-3, 8): mile 47 on the first (x + 50), and 3 into the second, which begins at
+    // mile 50 + 5 pi/2.
+    const CRoute2 route = Route({Pt(SEGMENT_LINE, -50, 0, 0, -1), Pt(SEGMENT_ARC, 0, 0, 0, 5),
+                                 Pt(SEGMENT_LINE, 5, 5, kHalfPi, -1), Pt(SEGMENT_LINE, 5, 50, kHalfPi, -1)});
+    CArray<CRoute2::Piece> pieces;
+    CArray<CDblPair> loops;
+    ASSERT_EQ(route.GetOffsetCurve(8, 1e-3, pieces, &loops), 2);
+    ASSERT_EQ(loops.GetSize(), 1);
+    EXPECT_NEAR(loops[0].first, 47, 1e-9);
+    EXPECT_NEAR(loops[0].second, 53 + 5 * kHalfPi, 1e-9);
+    const struct { double x0, y0, x1, y1; } rows[] = {{-50, 8, -3, 8}, {-3, 8, -3, 50}};
+    for (int k = 0; k < 2; ++k) {
+        EXPECT_FALSE(pieces[k].isArc);
+        EXPECT_NEAR(pieces[k].line.start.x, rows[k].x0, 1e-9);
+        EXPECT_NEAR(pieces[k].line.start.y, rows[k].y0, 1e-9);
+        EXPECT_NEAR(pieces[k].line.end.x, rows[k].x1, 1e-9);
+        EXPECT_NEAR(pieces[k].line.end.y, rows[k].y1, 1e-9);
+    }
+    // GetSegments only leaves the backwards arc out; on the outside the arc stays, radius 5 + 8.
+    EXPECT_EQ(route.GetSegments(1e-3, pieces, 8), 2);
+    ASSERT_EQ(route.GetOffsetCurve(-8, 1e-3, pieces, &loops), 3);
+    EXPECT_EQ(loops.GetSize(), 0);
+    EXPECT_NEAR(pieces[1].arc.radius, 13, 1e-12);
+}
