@@ -395,7 +395,10 @@ public:
     // touch (tangency) counts once, as does a crossing on an element boundary.
     // A straight lying along the line gives no crossing. A segment's end
     // counts within 1e-9 m. The point is the element's own, also within
-    // kRouteMileSnapTol of the route's ends (where GetPoint snaps).
+    // kRouteMileSnapTol of the route's ends (where GetPoint snaps). Beyond a
+    // transition's radius of curvature its offset turns back on itself, the
+    // distance is no longer monotone between those points, and two crossings
+    // close together there can be missed.
     int IntersectionWithLine(const CLine2& line, bool infinite, CArray<Crossing>& crossings,
                              double offset = 0.0) const;
 
@@ -412,18 +415,22 @@ public:
     // fall-back arc) arcs through three of its points, halved until each lies
     // within `tolerance` of the curve (checked at eight points inside; a
     // line where the arc would be flatter than the tolerance). Consecutive
-    // pieces meet exactly where the curve does. An arc whose offset radius
-    // reaches 0 or changes side gives no piece (GetOffsetCurve deals with
-    // it). `pieces` is emptied; the count is returned. A tolerance that is
-    // not positive is taken as 1e-3.
+    // pieces meet at the curve's own points, so they join wherever the route
+    // is continuous. An arc (or a piece of a transition) whose offset passes
+    // its centre runs backwards and gives no piece (GetOffsetCurve deals
+    // with it). `pieces` is emptied; the count is returned. A tolerance that
+    // is not positive is taken as 1e-3.
     int GetSegments(double tolerance, CArray<Piece>& pieces, double offset = 0.0) const;
     // The curve at offset d (added to the route's own) as GetSegments gives
     // it, with the loops cut out: where d exceeds a radius on the inside of a
     // curve the offset turns back on itself; the pieces that run backwards
-    // are dropped and the pieces on either side are cut at the point where
-    // they cross, so the result stays one chain. `loops` (when given) is
-    // emptied and receives, per loop, the range of miles (first, second)
-    // whose offset points were cut out. The count of pieces is returned.
+    // are dropped and the pieces on either side are cut where they cross
+    // (the crossing pair nearest the dropped run, up to 64 pieces each way),
+    // so the result stays one chain; when no pair crosses, the gap stays.
+    // `loops` (when given) is emptied and receives, per loop, the range of
+    // miles (first, second) whose offset points were cut out, the miles of
+    // the cuts interpolated along their pieces (exact on straights and
+    // arcs). The count of pieces is returned.
     int GetOffsetCurve(double d, double tolerance, CArray<Piece>& pieces, CArray<CDblPair>* loops = nullptr) const;
 
     friend class RouteEditor;  // the editing code (route_edit.cpp)

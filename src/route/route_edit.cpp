@@ -24,9 +24,8 @@ constexpr double kCrossingTol = 1e-9;             // a crossing lies this close 
 constexpr int kCrossingSamples = 32;              // samples per element when bracketing on a transition
 constexpr double kArcExtendMaxSweep = 1.5 * kPi;  // an arc extended along its circle stays below this
 constexpr int kPieceChecks = 8;                   // inner points checked against an approximating arc
-constexpr int kPieceMaxDepth = 30;
-constexpr int kLoopSearch = 64;  // pieces searched on each side of a loop for the crossing that closes it // halvings
-                                 // of a transition before a piece is taken as it is
+constexpr int kPieceMaxDepth = 30;                // halvings of a transition before a piece is taken as it is
+constexpr int kLoopSearch = 64;                   // pieces searched on each side of a loop for the crossing closing it
 
 // Where a mile falls on a route: on critical point `point`, or inside element
 // `element` at distance s from its start.
@@ -168,12 +167,15 @@ public:
 
     static bool Extend2Ends(CRoute2& r, double lengthStart, double lengthEnd) {
         if (Elements(r) <= 0) return false;
-        CCriticalPointArray pts;
-        pts.Copy(r.m_CriticalPoints);
-        const double l0 = lengthStart > 0.0 ? lengthStart : 0.0, l1 = lengthEnd > 0.0 ? lengthEnd : 0.0;
-        if (l1 > 0.0) Extend(r, false, l1, pts);
-        if (l0 > 0.0) Extend(r, true, l0, pts);
-        r.Set(pts, r.m_dStartMile - l0, r.m_dOffset);
+        // One end after the other, so that an arc extended at both ends sees its whole sweep.
+        for (const bool atStart : {false, true}) {
+            const double length = atStart ? lengthStart : lengthEnd;
+            if (!(length > 0.0)) continue;
+            CCriticalPointArray pts;
+            pts.Copy(r.m_CriticalPoints);
+            Extend(r, atStart, length, pts);
+            r.Set(pts, atStart ? r.m_dStartMile - length : r.m_dStartMile, r.m_dOffset);
+        }
         return true;
     }
 
@@ -186,49 +188,55 @@ public:
         return CDblPoint(cp.pt.x - shift * t.cy, cp.pt.y + shift * t.cx);
     }
 
-    // Distances along element i (0..length) where the curve meets the line
-    // through a with unit direction u, appended to `out`.
-    static void ElementRoots(const CRoute2& r, int i, double length, double shift, const CDblPoint& a,
-                             const CDblSize& u, std::vector<double>& out) {
-        const auto side = [&](const CDblPoint& p) { return u.cx * (p.y - a.y) - u.cy * (p.x - a.x); };
-        const Geometry* g = GeometryOf(r, i);
-        if (g && (g->kind == Geometry::Line || g->kind == Geometry::Chord)) {
-            // side(P0 + s c) = side(P0) + s cross(u, c): linear in s.
-            const CDblSize c = Unit(g->chord.start, g->chord.end);
-            const double slope = u.cx * c.cy - u.cy * c.cx;
-            if (slope == 0.0) return;  // parallel, or lying along the line: no single crossing
-            const CDblPoint p0(g->chord.start.x - shift * g->tangent.cy, g->chord.start.y + shift * g->tangent.cx);
-            out.push_back(-side(p0) / slope);
-            return;
+    // Signed distance of p from the line through a with unit direction u, left positive.
+    static double Side(const CDblPoint& a, const CDblSize& u, const CDblPoint& p) {
+        return u.cx * (p.y - a.y) - u.cy * (p.x - a.x);
+    }
+
+    // Distances along a straight (or chord) element where it meets the line.
+    static void LineRoots(const Geometry& g, double shift, const CDblPoint& a, const CDblSize& u,
+                          std::vector<double>& out) {
+        // Side(P0 + s c) = Side(P0) + s cross(u, c): linear in s.
+        const CDblSize c = Unit(g.chord.start, g.chord.end);
+        const double slope = u.cx * c.cy - u.cy * c.cx;
+        if (slope == 0.0) return;  // parallel, or lying along the line: no single crossing
+        const CDblPoint p0(g.chord.start.x - shift * g.tangent.cy, g.chord.start.y + shift * g.tangent.cx);
+        out.push_back(-Side(a, u, p0) / slope);
+    }
+
+    // The same on an arc: its offset is the circle of radius rho about the
+    // centre, which meets the line where rho sin(theta - phi) = -h.
+    static void ArcRoots(const Geometry& g, double length, double shift, const CDblPoint& a, const CDblSize& u,
+                         std::vector<double>& out) {
+        const double sweep = g.arc.sweepAngle;
+        const double rho = g.arc.radius - (sweep > 0.0 ? shift : -shift);
+        const double h = Side(a, u, g.arc.centre), phi = std::atan2(u.cy, u.cx);
+        if (rho == 0.0) return;
+        std::vector<double> thetas;
+        if (std::fabs(std::fabs(h) - std::fabs(rho)) <= kCrossingTol) {
+            thetas.push_back(phi + (-h / rho > 0.0 ? kHalfPi : -kHalfPi));  // a touch: once
+        } else if (std::fabs(h) < std::fabs(rho)) {
+            const double k = std::asin(-h / rho);
+            thetas.push_back(phi + k);
+            thetas.push_back(phi + kPi - k);
         }
-        if (g && g->kind == Geometry::Arc) {
-            // The circle of radius rho about the centre: rho sin(theta - phi) = -h.
-            const double sweep = g->arc.sweepAngle;
-            const double rho = g->arc.radius - (sweep > 0.0 ? shift : -shift);
-            const double h = side(g->arc.centre), phi = std::atan2(u.cy, u.cx);
-            if (rho == 0.0) return;
-            std::vector<double> thetas;
-            if (std::fabs(std::fabs(h) - std::fabs(rho)) <= kCrossingTol) {
-                thetas.push_back(phi + (-h / rho > 0.0 ? kHalfPi : -kHalfPi));  // a touch: once
-            } else if (std::fabs(h) < std::fabs(rho)) {
-                const double k = std::asin(-h / rho);
-                thetas.push_back(phi + k);
-                thetas.push_back(phi + kPi - k);
-            }
-            for (double theta : thetas) {
-                double turn = sweep > 0.0 ? theta - g->arc.startAngle : g->arc.startAngle - theta;
-                turn -= k2Pi * std::floor(turn / k2Pi);
-                if (turn > std::fabs(sweep) && k2Pi - turn < 1e-12) turn -= k2Pi;  // just before the start
-                out.push_back(turn / std::fabs(sweep) * length);
-            }
-            return;
+        for (double theta : thetas) {
+            double turn = sweep > 0.0 ? theta - g.arc.startAngle : g.arc.startAngle - theta;
+            turn -= k2Pi * std::floor(turn / k2Pi);
+            if (turn > std::fabs(sweep) && k2Pi - turn < 1e-12) turn -= k2Pi;  // just before the start
+            out.push_back(turn / std::fabs(sweep) * length);
         }
-        // Numerically: the tangent turns monotonically between the points where
-        // it is parallel to the line, so the distance to the line is monotone
-        // there and each sign change holds one root.
+    }
+
+    // The same on any other element, numerically: the tangent turns
+    // monotonically between the points where it is parallel to the line, so
+    // the distance to the line is monotone there and each sign change holds
+    // one root.
+    static void CurveRoots(const CRoute2& r, int i, double length, double shift, const CDblPoint& a, const CDblSize& u,
+                           std::vector<double>& out) {
         const auto f = [&](double s) {
             CDblSize t;
-            return side(ShiftedPoint(r, i, s, shift, t));
+            return Side(a, u, ShiftedPoint(r, i, s, shift, t));
         };
         const auto slopeAt = [&](double s) {
             CDblSize t;
@@ -260,6 +268,18 @@ public:
                 out.push_back(Bisect(f, breaks[k - 1], breaks[k], length));
             prevSign = cur;
         }
+    }
+
+    // Distances along element i (0..length) where it meets the line.
+    static void ElementRoots(const CRoute2& r, int i, double length, double shift, const CDblPoint& a,
+                             const CDblSize& u, std::vector<double>& out) {
+        const Geometry* g = GeometryOf(r, i);
+        if (g && (g->kind == Geometry::Line || g->kind == Geometry::Chord))
+            LineRoots(*g, shift, a, u, out);
+        else if (g && g->kind == Geometry::Arc)
+            ArcRoots(*g, length, shift, a, u, out);
+        else
+            CurveRoots(r, i, length, shift, a, u, out);
     }
 
     // A root of fn between lo and hi, where it changes sign, to 1e-13 of `scale`.
