@@ -206,7 +206,7 @@ public:
 
     // The same on an arc: its offset is the circle of radius rho about the
     // centre, which meets the line where rho sin(theta - phi) = -h.
-    static void ArcRoots(const Geometry& g, double length, double shift, const CDblPoint& a, const CDblSize& u,
+    static void ArcRoots(const Geometry& g, double shift, const CDblPoint& a, const CDblSize& u,
                          std::vector<double>& out) {
         const double sweep = g.arc.sweepAngle;
         const double rho = g.arc.radius - (sweep > 0.0 ? shift : -shift);
@@ -224,7 +224,7 @@ public:
             double turn = sweep > 0.0 ? theta - g.arc.startAngle : g.arc.startAngle - theta;
             turn -= k2Pi * std::floor(turn / k2Pi);
             if (turn > std::fabs(sweep) && k2Pi - turn < 1e-12) turn -= k2Pi;  // just before the start
-            out.push_back(turn / std::fabs(sweep) * length);
+            out.push_back(turn / std::fabs(sweep) * g.length);                 // as the evaluation maps s to the angle
         }
     }
 
@@ -277,7 +277,7 @@ public:
         if (g && (g->kind == Geometry::Line || g->kind == Geometry::Chord))
             LineRoots(*g, shift, a, u, out);
         else if (g && g->kind == Geometry::Arc)
-            ArcRoots(*g, length, shift, a, u, out);
+            ArcRoots(*g, shift, a, u, out);
         else
             CurveRoots(r, i, length, shift, a, u, out);
     }
@@ -409,8 +409,9 @@ public:
                 // A concentric arc; a radius through 0 puts it on the far side, running backwards.
                 const double rho = g->arc.radius - (g->arc.sweepAngle > 0.0 ? shift : -shift);
                 const double start = rho > 0.0 ? g->arc.startAngle : NormalizeAng_Rad(g->arc.startAngle + kPi);
-                raw.piece =
-                    MakeArc(CArc2(g->arc.centre, std::fabs(rho), start, g->arc.sweepAngle), base, base + length);
+                // The chainage may span a little more or less of the circle than the arc's own sweep.
+                const double sweep = g->arc.sweepAngle * (length / g->length);
+                raw.piece = MakeArc(CArc2(g->arc.centre, std::fabs(rho), start, sweep), base, base + length);
                 raw.backwards = !(rho > 0.0);
             } else {
                 Approximate(at, 0.0, length, base, tol, 0, out);
