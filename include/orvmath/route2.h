@@ -343,11 +343,11 @@ public:
     //    original frame across instead: a finite-radius piece has no other;
     //  - a transition piece too short for the model (its end not ahead of its
     //    start by more than kRouteAheadTol) is kept as a straight, which lies
-    //    inside the end snap and keeps the chainage to 1e-11 m;
+    //    inside the end snap and keeps the chainage to 1e-6 / (24 R^2) m;
     //  - an arc piece whose end lies within kRouteArcSideTol of its start
     //    tangent (shorter than about sqrt(0.002 R)) is measured by its chord
     //    (GetSegLength), so the chainage after it shifts by up to 4e-6/sqrt(R)
-    //    m; the positions along that piece are kept.
+    //    m; the positions along that piece are kept;
     //  - elements whose stored fields disagree with their geometry (an arc
     //    whose radius does not fit, evaluated through the fall-back arc or
     //    as a chord) are cut at the point evaluated, without the guarantee.
@@ -370,11 +370,12 @@ public:
     // lengthEnd after its end; a negative length counts as 0. An end element
     // that is a straight or an arc continues itself: the end point moves
     // along the straight's chord, or along the arc's circle while the arc
-    // stays below a full turn. Any other end (a transition, an arc that would
-    // close, an arc stored with a radius that does not fit) gets a new
-    // straight along the end tangent, with an infinite radius at the new
-    // point and at the old end (a transition ending there then keeps its far
-    // radius in endRadius). The start mile decreases by lengthStart, so
+    // stays below three quarters of a turn (nearer a full turn the model
+    // would measure it by its chord). Any other end (a transition, an arc
+    // that would pass that, an arc stored with a radius that does not fit)
+    // gets a new straight along the end tangent, with an infinite radius at
+    // the new point and at the old end (a transition ending there then keeps
+    // its far radius in endRadius). The start mile decreases by lengthStart, so
     // miles on the old part do not shift, and their points are unchanged.
     // False (unchanged) on a null route or one without elements.
     bool Extend2Ends(double lengthStart, double lengthEnd);
@@ -399,15 +400,14 @@ public:
     // transition's radius of curvature its offset turns back on itself, the
     // distance is no longer monotone between those points, and two crossings
     // close together there can be missed.
-    int IntersectionWithLine(const CLine2& line, bool infinite, CArray<Crossing>& crossings,
-                             double offset = 0.0) const;
+    int IntersectionWithLine(const CLine2& line, bool infinite, CArray<Crossing>& crossings, double offset = 0.0) const;
 
     // A piece of a route drawn as a straight or an arc.
     struct Piece {
         bool isArc = false;
-        CLine2 line;                             // when !isArc
-        CArc2 arc;                               // when isArc
-        double startMile = 0.0, endMile = 0.0;   // the chainage it stands for
+        CLine2 line;                            // when !isArc
+        CArc2 arc;                              // when isArc
+        double startMile = 0.0, endMile = 0.0;  // the chainage it stands for
     };
     // The route, shifted by its offset plus `offset`, as straights and arcs in
     // order of travel (each running in the direction of travel): a straight
