@@ -160,8 +160,8 @@ TEST(CRoute2Extend, ContinuesStraightsAndArcsAndKeepsTheOldPart) {
         CRoute2 e(*r.route);
         ASSERT_TRUE(e.Extend2Ends(r.l0, r.l1));
         EXPECT_EQ(e.GetCriticalPoints().GetSize(), r.count);
-        EXPECT_NEAR(e.GetStartMile(), 50 - std::max(r.l0, 0.0), 1e-12);
-        EXPECT_NEAR(e.GetMile(), r.route->GetMile() + std::max(r.l0, 0.0) + r.l1, 1e-9);
+        EXPECT_NEAR(e.GetStartMile(), 50 - r.l0, 1e-12);
+        EXPECT_NEAR(e.GetMile(), r.route->GetMile() + r.l0 + r.l1, 1e-9);
         ExpectPoint(e.GetPointOnBase(e.GetStartMile()), r.x0, r.y0);
         ExpectPoint(e.GetPointOnBase(e.GetEndMile()), r.x1, r.y1);
         ExpectSameAlong(e, *r.route, r.route->GetStartMile(), r.route->GetEndMile());
