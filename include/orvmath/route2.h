@@ -356,6 +356,125 @@ public:
     friend ORVMATH_API CArchive& operator<<(CArchive& ar, CRoute2& route);
     friend ORVMATH_API CArchive& operator>>(CArchive& ar, CRoute2& route);
 
+    // ---- editing -----------------------------------------------------------
+
+    // Trims keep the part of the route between two miles. The kept part
+    // keeps the start mile of its first point (miles do not shift), the
+    // route's offset (the cut is made on the base alignment, so the kept
+    // part stays shifted by the same offset and its lengths are measured on
+    // that offset line again) and the clothoid mode. A mile within
+    // kRouteMileBoundaryTol of an element's end cuts at that end, so no
+    // sliver element appears. A cut inside an element inserts the critical
+    // point the route evaluates there (GetCriticalPoint: position, tangent,
+    // the radius there for a transition, the element's type, spiralA and
+    // endRadius), in the route's current clothoid mode. Every mile of the
+    // kept part then gives the original's point within 1e-9 m, except:
+    //  - within kRouteMileSnapTol of a new end, where every route answers
+    //    with its end point;
+    //  - a piece of a transition between two finite radii has its frame
+    //    fitted to its two end positions (GetTransitionStartPoint), so it is
+    //    exact when both ends lie on the clothoid as the route evaluates it.
+    //    That always holds for the cut point and for the end that carries
+    //    the original's frame (its straight end, or its first point when both
+    //    radii are finite). The other stored end (the arc end of a spiral
+    //    out of a straight, say) counts only when it was stored on the
+    //    clothoid of the route's mode; a piece kept against a stored end off
+    //    it by e is off by about e. Nothing in the model can carry the
+    //    original frame across instead: a finite-radius piece has no other;
+    //  - a transition piece too short for the model (its end not ahead of its
+    //    start by more than kRouteAheadTol) is kept as a straight, which lies
+    //    inside the end snap and keeps the chainage to 1e-6 / (24 R^2) m;
+    //  - an arc piece whose end lies within kRouteArcSideTol of its start
+    //    tangent (shorter than about sqrt(0.002 R)) is measured by its chord
+    //    (GetSegLength), so the chainage after it shifts by up to 4e-6/sqrt(R)
+    //    m; the positions along that piece are kept;
+    //  - elements whose stored fields disagree with their geometry (an arc
+    //    whose radius does not fit, evaluated through the fall-back arc or
+    //    as a chord) are cut at the point evaluated, without the guarantee.
+    // Each trim returns false and leaves the route unchanged when nothing
+    // would remain (a null route, a mile off the route, an empty span).
+    //
+    // Drops what lies before `mile`.
+    bool TrimStart(double mile);
+    // Drops what lies after `mile`.
+    bool TrimEnd(double mile);
+    // Keeps what lies between the two miles (in either order).
+    bool Trim2Side(double mile1, double mile2);
+    // Removes what lies between the two miles (in either order): `before`
+    // gets the part from the start mile to the smaller, `after` the part from
+    // the larger to the end mile, each cut as by Trim2Side; a part that
+    // would be empty is null. This route is unchanged (it may be one of the
+    // outputs).
+    void TrimMiddle(double mile1, double mile2, CRoute2& before, CRoute2& after) const;
+    // Lengthens the route by lengthStart (chainage) before its start and
+    // lengthEnd after its end; a negative length counts as 0. An end element
+    // that is a straight or an arc continues itself: the end point moves
+    // along the straight's chord, or along the arc's circle while the arc
+    // stays below three quarters of a turn (nearer a full turn the model
+    // would measure it by its chord). Any other end (a transition, an arc
+    // that would pass that, an arc stored with a radius that does not fit)
+    // gets a new straight along the end tangent, with an infinite radius at
+    // the new point and at the old end (a transition ending there then keeps
+    // its far radius in endRadius). The start mile decreases by lengthStart, so
+    // miles on the old part do not shift, and their points are unchanged.
+    // False (unchanged) on a null route or one without elements.
+    bool Extend2Ends(double lengthStart, double lengthEnd);
+
+    // A place where the route crosses a line.
+    struct Crossing {
+        double mile = 0.0;  // where it lies on the route
+        CDblPoint pt;       // the point of the route there
+        int element = -1;   // the element holding it
+    };
+    // Every crossing of the route, shifted by its offset plus `offset`, with
+    // `line`: the segment itself, or its infinite line when `infinite`.
+    // `crossings` is emptied, then filled in the order of the route; the
+    // count is returned. Straights and arcs are solved in closed form,
+    // transitions and fall-back arcs by bracketing the sign changes of the
+    // distance to the line between the points where the tangent is parallel
+    // to it, then bisection; each point lies within 1e-9 m of the line. A
+    // touch (tangency) counts once, as does a crossing on an element boundary.
+    // A straight lying along the line gives no crossing. A segment's end
+    // counts within 1e-9 m. The point is the element's own, also within
+    // kRouteMileSnapTol of the route's ends (where GetPoint snaps). Beyond a
+    // transition's radius of curvature its offset turns back on itself, the
+    // distance is no longer monotone between those points, and two crossings
+    // close together there can be missed.
+    int IntersectionWithLine(const CLine2& line, bool infinite, CArray<Crossing>& crossings, double offset = 0.0) const;
+
+    // A piece of a route drawn as a straight or an arc.
+    struct Piece {
+        bool isArc = false;
+        CLine2 line;                            // when !isArc
+        CArc2 arc;                              // when isArc
+        double startMile = 0.0, endMile = 0.0;  // the chainage it stands for
+    };
+    // The route, shifted by its offset plus `offset`, as straights and arcs in
+    // order of travel (each running in the direction of travel): a straight
+    // element gives one line, an arc element one arc, and a transition (or a
+    // fall-back arc) arcs through three of its points, halved until each lies
+    // within `tolerance` of the curve (checked at eight points inside; a
+    // line where the arc would be flatter than the tolerance). Consecutive
+    // pieces meet at the curve's own points, so they join wherever the route
+    // is continuous. An arc (or a piece of a transition) whose offset passes
+    // its centre runs backwards and gives no piece (GetOffsetCurve deals
+    // with it). `pieces` is emptied; the count is returned. A tolerance that
+    // is not positive is taken as 1e-3.
+    int GetSegments(double tolerance, CArray<Piece>& pieces, double offset = 0.0) const;
+    // The curve at offset d (added to the route's own) as GetSegments gives
+    // it, with the loops cut out: where d exceeds a radius on the inside of a
+    // curve the offset turns back on itself; the pieces that run backwards
+    // are dropped and the pieces on either side are cut where they cross
+    // (the crossing pair nearest the dropped run, up to 64 pieces each way),
+    // so the result stays one chain; when no pair crosses, the gap stays.
+    // `loops` (when given) is emptied and receives, per loop, the range of
+    // miles (first, second) whose offset points were cut out, the miles of
+    // the cuts interpolated along their pieces (exact on straights and
+    // arcs). The count of pieces is returned.
+    int GetOffsetCurve(double d, double tolerance, CArray<Piece>& pieces, CArray<CDblPair>* loops = nullptr) const;
+
+    friend class RouteEditor;  // the editing code (route_edit.cpp)
+
 private:
     // Loads the record with critical point blocks of `blockBytes` bytes.
     void Load(CArchive& ar, unsigned blockBytes);
