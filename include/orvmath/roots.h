@@ -39,7 +39,6 @@ constexpr double kRootResidualUlps = 16.0;
 ORVMATH_API void GetEquation3Root(double a, double b, double c, double d, CArray<dcomplex, dcomplex>& roots);
 
 // Roots of a*x^4 + b*x^3 + c*x^2 + d*x + e = 0, appended in the order above.
-ORVMATH_API void GetEquation4Root(double a, double b, double c, double d, double e,
-                                  CArray<dcomplex, dcomplex>& roots);
+ORVMATH_API void GetEquation4Root(double a, double b, double c, double d, double e, CArray<dcomplex, dcomplex>& roots);
 
 }  // namespace ORVMATH

@@ -196,9 +196,15 @@ RootSet Quartic(const Coeffs& c) {
 RootSet SimpleRoots(const Coeffs& c) {
     RootSet rs;
     switch (c.size()) {
-        case 2: Quadratic(c[1], c[0], rs); break;
-        case 3: rs = Cubic(c); break;
-        default: rs = Quartic(c); break;
+        case 2:
+            Quadratic(c[1], c[0], rs);
+            break;
+        case 3:
+            rs = Cubic(c);
+            break;
+        default:
+            rs = Quartic(c);
+            break;
     }
     Polish(c, rs);
     return rs;
@@ -275,7 +281,8 @@ void AppendRoots(const double* a, int degree, CArray<dcomplex, dcomplex>& roots)
     // overflowing or underflowing.
     int e = 0;
     if (bound > 0.0) std::frexp(bound, &e);
-    for (int i = 0; i < n; ++i) c[static_cast<std::size_t>(i)] = std::ldexp(c[static_cast<std::size_t>(i)], -e * (n - i));
+    for (int i = 0; i < n; ++i)
+        c[static_cast<std::size_t>(i)] = std::ldexp(c[static_cast<std::size_t>(i)], -e * (n - i));
     RootSet rs = Solve(c);
     for (double& x : rs.real) x = std::ldexp(x, e) + 0.0;  // + 0.0: no negative zero
     for (cd& z : rs.upper) z = cd(std::ldexp(z.real(), e) + 0.0, std::ldexp(z.imag(), e));
