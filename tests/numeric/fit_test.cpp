@@ -28,13 +28,10 @@ TEST(LinearFit, LeastSquaresLineResidualAndValueAgainstHandSums) {
 
 TEST(LinearFit, TooFewPointsOrOneAbscissaFailAndLeaveOutputs) {
     CDblPointArray one, vertical;
-    one.Add(1, 2);
-    vertical.Add(2, 0);
-    vertical.Add(2, 5);
+    one.Add(1, 2), vertical.Add(2, 0), vertical.Add(2, 5);
     for (const CDblPointArray* pts : {&one, &vertical}) {
         double a = 7, b = 8, r = 9, y = 10;
-        EXPECT_FALSE(linearFit(*pts, a, b, r));
-        EXPECT_FALSE(getFLCValue(*pts, 0, y));
+        EXPECT_TRUE(!linearFit(*pts, a, b, r) && !getFLCValue(*pts, 0, y));
         EXPECT_TRUE(a == 7 && b == 8 && r == 9 && y == 10);
     }
 }

@@ -4,9 +4,7 @@
 
 using namespace ORVMATH;
 
-namespace {
-double Cubic(double x) { return x * x * x - 2 * x + 1; }
-}  // namespace
+static double Cubic(double x) { return x * x * x - 2 * x + 1; }
 
 TEST(CNewtonPWEstimate, WindowAroundXAndExactnessForItsDegree) {
     CDblPointArray pts;  // nodes 0 .. 6 of x^3 - 2x + 1: 1, 0, 5, 22, 57, 116, 205
@@ -30,16 +28,11 @@ TEST(CNewtonPWEstimate, WindowAroundXAndExactnessForItsDegree) {
 TEST(CNewtonPWEstimate, RejectsUnorderedNodesAndKeepsThePrevious) {
     CNewtonPWEstimate est(2);
     double y = 3;
-    EXPECT_FALSE(est.Estimate(0, y));
-    EXPECT_EQ(y, 3);
+    EXPECT_TRUE(!est.Estimate(0, y) && y == 3);  // no nodes yet
     CDblPointArray good, repeated;
-    good.Add(0, 0);
-    good.Add(1, 2);
-    repeated.Add(1, 0);
-    repeated.Add(1, 5);
+    good.Add(0, 0), good.Add(1, 2), repeated.Add(1, 0), repeated.Add(1, 5);
     ASSERT_TRUE(est.SetPoints(good));
-    EXPECT_FALSE(est.SetPoints(repeated));
-    EXPECT_FALSE(est.SetPoints(CDblPointArray()));
+    EXPECT_TRUE(!est.SetPoints(repeated) && !est.SetPoints(CDblPointArray()));
     ASSERT_TRUE(est.Estimate(0.25, y));
     EXPECT_DOUBLE_EQ(y, 0.5);  // still the line through (0,0), (1,2)
 }

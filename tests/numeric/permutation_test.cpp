@@ -6,22 +6,15 @@
 
 using namespace ORVMATH;
 
-TEST(CGenPermutation, CountsByHand) {
-    const struct { int n, k; long long count; } rows[] = {
-        {5, 2, 20}, {4, 4, 24}, {3, 0, 1}, {0, 0, 1}, {2, 3, 0}, {-1, 0, 0}, {3, -1, 0},
-        {20, 20, 2432902008176640000LL},  // 20!
-        {21, 21, -1},                     // 21! ~ 5.1e19 > 2^63
-    };
-    for (const auto& row : rows) EXPECT_EQ(CGenPermutation::Count(row.n, row.k), row.count) << row.n << " " << row.k;
-}
-
 TEST(CGenPermutation, VisitsEachSelectionOnceInLexicographicOrderThenWraps) {
-    const struct { int n, k; std::vector<std::vector<int>> head; } rows[] = {
-        {3, 2, {{0, 1}, {0, 2}, {1, 0}, {1, 2}, {2, 0}, {2, 1}}},
-        {3, 3, {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}}},
-        {5, 3, {{0, 1, 2}, {0, 1, 3}, {0, 1, 4}, {0, 2, 1}}},
-        {4, 0, {{}}},
-        {2, 3, {}},
+    // Counts n! / (n-k)! by hand: 6, 6, 60, 1, 0, 0.
+    const struct { int n, k; long long count; std::vector<std::vector<int>> head; } rows[] = {
+        {3, 2, 6, {{0, 1}, {0, 2}, {1, 0}, {1, 2}, {2, 0}, {2, 1}}},
+        {3, 3, 6, {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}}},
+        {5, 3, 60, {{0, 1, 2}, {0, 1, 3}, {0, 1, 4}, {0, 2, 1}}},
+        {4, 0, 1, {{}}},
+        {2, 3, 0, {}},
+        {-1, 0, 0, {}},
     };
     for (const auto& row : rows) {
         CGenPermutation gen(row.n, row.k);
@@ -29,10 +22,14 @@ TEST(CGenPermutation, VisitsEachSelectionOnceInLexicographicOrderThenWraps) {
         if (gen.GetCount() > 0) do {
                 seen.emplace_back(gen.Current().GetData(), gen.Current().GetData() + gen.Current().GetSize());
             } while (gen.Next());
-        EXPECT_EQ(static_cast<long long>(seen.size()), gen.GetCount());
+        EXPECT_EQ(gen.GetCount(), row.count);
+        ASSERT_EQ(static_cast<long long>(seen.size()), row.count);
         for (std::size_t i = 0; i < row.head.size(); ++i) EXPECT_EQ(seen[i], row.head[i]);
         for (std::size_t i = 1; i < seen.size(); ++i) EXPECT_LT(seen[i - 1], seen[i]);  // strictly ascending
         if (!seen.empty()) EXPECT_EQ(std::vector<int>(gen.Current().GetData(), gen.Current().GetData() + row.k), seen[0]);
         else EXPECT_FALSE(gen.Next());
     }
+    EXPECT_EQ(CGenPermutation::Count(20, 20), 2432902008176640000LL);  // 20!
+    EXPECT_EQ(CGenPermutation::Count(21, 21), -1);                     // 21! ~ 5.1e19 > 2^63
+    EXPECT_EQ(CGenPermutation::Count(30, 12), 41430393164160000LL);    // 30 * 29 * .. * 19 (Python math.perm)
 }
