@@ -16,6 +16,9 @@ using cd = std::complex<double>;
 constexpr double kEps = std::numeric_limits<double>::epsilon();
 constexpr int kPolishSteps = 16;  // Newton/Aberth steps; good starts need three or four
 constexpr double kPi = 3.14159265358979323846;
+// After scaling the largest root is at least 1/8 in magnitude; roots down to
+// this size keep their digits in the closed forms and may be divided out.
+constexpr double kLargeRoot = 1.0 / 64.0;
 
 // Monic polynomial x^n + c[n-1]*x^(n-1) + ... + c[0]: c holds the n lower
 // coefficients, constant first.
@@ -120,6 +123,7 @@ void Polish(const Coeffs& c, RootSet& rs, const std::vector<cd>& fixed = {}) {
 }
 
 RootSet Solve(const Coeffs& c);
+RootSet SolveMonic(const Coeffs& c);
 
 // The real root of largest magnitude from the closed forms (trigonometric
 // when all three are real, Cardano otherwise), polished, then the quadratic
@@ -211,20 +215,24 @@ RootSet SimpleRoots(const Coeffs& c) {
 }
 
 // A root w of p' of multiplicity k at which p vanishes too is a root of p of
-// multiplicity k + 1.
+// multiplicity k + 1. p' is solved at its own scale, and w must pass the
+// residual test of p' as well: a root of p' lost to cancellation can land on
+// a simple root of p by chance.
 RootSet MultipleRoots(const Coeffs& c) {
-    RootSet d = Solve(MonicDerivative(c)), out;
+    const Coeffs dc = MonicDerivative(c);
+    RootSet d = SolveMonic(dc), out;
+    auto multiple = [&](cd w) { return VanishesAt(c, w) && VanishesAt(dc, w); };
     const int n = static_cast<int>(c.size());
     std::sort(d.real.begin(), d.real.end());
     for (std::size_t i = 0; i < d.real.size();) {
         std::size_t j = i;
         while (j < d.real.size() && d.real[j] == d.real[i]) ++j;
-        if (VanishesAt(c, d.real[i]))
+        if (multiple(d.real[i]))
             for (std::size_t k = 0; k <= j - i && out.Count() < n; ++k) out.real.push_back(d.real[i]);
         i = j;
     }
     for (const cd& w : d.upper)  // a cubic derivative has at most one pair: simple
-        if (out.Count() + 4 <= n && VanishesAt(c, w)) out.upper.insert(out.upper.end(), 2, w);
+        if (out.Count() + 4 <= n && multiple(w)) out.upper.insert(out.upper.end(), 2, w);
     return out;
 }
 
@@ -263,6 +271,70 @@ RootSet Solve(const Coeffs& c) {
     return multi;
 }
 
+// Divides the monic c by (x - r) for each real root and by
+// (x^2 - 2 Re z x + |z|^2) for each pair of `by`, from the constant end (the
+// top relation is dropped: the quotient is monic): the stable direction when
+// the roots divided out are the larger ones. No root of `by` is 0.
+Coeffs DeflateFromConstant(Coeffs c, const RootSet& by) {
+    for (double r : by.real) {  // c_i = q_(i-1) - r q_i
+        Coeffs q(c.size() - 1);
+        for (std::size_t i = 0; i < q.size(); ++i) q[i] = ((i > 0 ? q[i - 1] : 0.0) - c[i]) / r;
+        c = q;
+    }
+    for (const cd& z : by.upper) {  // c_i = q_(i-2) - s q_(i-1) + t q_i
+        const double s = 2.0 * z.real(), t = std::norm(z);
+        Coeffs q(c.size() - 2);
+        for (std::size_t i = 0; i < q.size(); ++i)
+            q[i] = (c[i] - (i > 1 ? q[i - 2] : 0.0) + s * (i > 0 ? q[i - 1] : 0.0)) / t;
+        c = q;
+    }
+    return c;
+}
+
+// Roots of the monic polynomial c of any scale. x is scaled by a power of two
+// (exact) so the largest roots are near 1 and the closed forms neither
+// overflow nor underflow. Roots far smaller than the largest are lost to
+// cancellation there: when some root fails the residual test, the large good
+// ones are divided out and the quotient is solved again at its own scale.
+RootSet SolveMonic(const Coeffs& c) {
+    const std::size_t n = c.size();
+    double bound = 0.0;  // within a factor 4 of the largest root's magnitude
+    for (std::size_t i = 0; i < n; ++i)
+        bound = std::max(bound, std::pow(std::fabs(c[i]), 1.0 / static_cast<double>(n - i)));
+    int e = 0;
+    if (bound > 0.0) std::frexp(bound, &e);
+    Coeffs cs(c);
+    for (std::size_t i = 0; i < n; ++i) cs[i] = std::ldexp(c[i], -e * static_cast<int>(n - i));
+    RootSet rs = Solve(cs), large;
+    // The m-th copy of one value passes only when the derivatives up to order
+    // m - 1 vanish there too: a start that two closed-form roots share stays
+    // shared under the polish even when the root is simple.
+    bool failed = false;
+    std::vector<cd> passed;
+    auto good = [&](cd z) {
+        Coeffs d = cs;
+        for (std::ptrdiff_t k = std::count(passed.begin(), passed.end(), z); k >= 0 && !d.empty(); --k) {
+            if (!VanishesAt(d, z)) return !(failed = true);
+            d = MonicDerivative(d);
+        }
+        passed.push_back(z);
+        return std::abs(z) >= kLargeRoot;
+    };
+    for (double x : rs.real)
+        if (good(x)) large.real.push_back(x);
+    for (const cd& z : rs.upper)
+        if (good(z)) large.upper.push_back(z);
+    if (failed && large.Count() > 0) {
+        RootSet rest = SolveMonic(DeflateFromConstant(cs, large));
+        Polish(cs, rest, large.All());
+        large.Add(rest);
+        rs = large;
+    }
+    for (double& x : rs.real) x = std::ldexp(x, e) + 0.0;  // + 0.0: no negative zero
+    for (cd& z : rs.upper) z = cd(std::ldexp(z.real(), e) + 0.0, std::ldexp(z.imag(), e));
+    return rs;
+}
+
 void AppendRoots(const double* a, int degree, CArray<dcomplex, dcomplex>& roots) {
     for (int i = 0; i <= degree; ++i)
         if (!std::isfinite(a[i])) return;
@@ -271,21 +343,11 @@ void AppendRoots(const double* a, int degree, CArray<dcomplex, dcomplex>& roots)
     const int n = degree - lead;
     if (n <= 0) return;
     Coeffs c(static_cast<std::size_t>(n));
-    double bound = 0.0;  // about the largest root's magnitude
     for (int i = 0; i < n; ++i) {
         c[static_cast<std::size_t>(i)] = a[degree - i] / a[lead];
         if (!std::isfinite(c[static_cast<std::size_t>(i)])) return;
-        bound = std::max(bound, std::pow(std::fabs(c[static_cast<std::size_t>(i)]), 1.0 / (n - i)));
     }
-    // Scaling x by a power of two is exact and keeps the closed forms from
-    // overflowing or underflowing.
-    int e = 0;
-    if (bound > 0.0) std::frexp(bound, &e);
-    for (int i = 0; i < n; ++i)
-        c[static_cast<std::size_t>(i)] = std::ldexp(c[static_cast<std::size_t>(i)], -e * (n - i));
-    RootSet rs = Solve(c);
-    for (double& x : rs.real) x = std::ldexp(x, e) + 0.0;  // + 0.0: no negative zero
-    for (cd& z : rs.upper) z = cd(std::ldexp(z.real(), e) + 0.0, std::ldexp(z.imag(), e));
+    RootSet rs = SolveMonic(c);
     std::sort(rs.real.begin(), rs.real.end());
     std::sort(rs.upper.begin(), rs.upper.end(), [](const cd& u, const cd& v) {
         return u.real() != v.real() ? u.real() < v.real() : u.imag() < v.imag();
