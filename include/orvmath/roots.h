@@ -7,21 +7,24 @@
 //    0; then the complex conjugate pairs, by ascending real part (then by
 //    ascending |imaginary part|), each pair with its positive imaginary part
 //    first and the exact conjugate next.
-//  - A root of multiplicity m is appended m times with the same value.
-//    Roots closer together than the coefficients can tell apart (the
-//    polynomial and its derivatives vanish at their mean within
-//    kRootResidualUlps rounding units of the polynomial's scale) are treated
-//    as one multiple root.
+//  - A root of multiplicity m is appended m times with the same value: the
+//    root of the derivative at which the polynomial vanishes too (within
+//    kRootResidualUlps * degree rounding units of the polynomial's scale). So
+//    roots closer together than the coefficients can tell apart come out as
+//    one multiple root, e.g. (x - 0.1)^3 with its rounded coefficients.
 //  - A leading coefficient of exactly 0 falls back to the lower degree, and
 //    so on down: the roots of the polynomial that remains, in the order above
 //    (not the order of GetEquation2Root). A constant polynomial, zero or not,
 //    has no roots: nothing is appended.
 //  - Any non-finite coefficient, or coefficients whose ratios to the leading
 //    one overflow: nothing is appended.
-//  - Accuracy: each simple root is polished on the original polynomial until
-//    its residual is at the rounding level of the polynomial's scale
-//    (sum of |coefficient| * |x|^power). The closed forms (trigonometric or
-//    Cardano for the cubic, Ferrari for the quartic) only give the start.
+//  - Accuracy: each simple root is polished (Newton steps kept apart by
+//    Aberth's correction) until its residual is at the rounding level of the
+//    polynomial's scale (sum of |coefficient| * |x|^power). The closed forms
+//    (trigonometric or Cardano for the cubic, Ferrari for the quartic) only
+//    give the start; x is first scaled by a power of two so the largest root
+//    is near 1, and roots far smaller, which the closed forms lose, are found
+//    again from the quotient left after dividing out the large ones.
 // Nothing throws.
 #pragma once
 

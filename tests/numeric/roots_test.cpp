@@ -86,6 +86,9 @@ TEST(GetEquation4Root, AppendsRealsAscendingThenPairsWithMultiplicity) {
         // Near-degenerate leading coefficient, numpy.roots refined as above.
         {{1e-10, 1, -6, 11, -6}, {{-10000000006, 0}, {0.99999999995, 0}, {2.0000000016000001, 0}, {2.9999999959500001, 0}}},
         {{1, 0, 0, 0, 0}, {{0, 0}, {0, 0}, {0, 0}, {0, 0}}},
+        // Roots over 66 decades; mpmath.polyroots at 60 digits: the closed forms alone lose the small ones.
+        {{-80.818035324762931, -28578656367868940, -24.849526214037716, 1.9844323448120296e+28, 4.5540808579174678e-24},
+         {{-353617311445732.94, 0}, {-833292.0641123011, 0}, {-2.294903562635108e-52, 0}, {833292.06214866508, 0}}},
         {{0, 0, 0, 0, 0}, {}},
     });
 }
