@@ -13,13 +13,14 @@
 #include <orvmath/containers.h>
 #include <orvmath/export.h>
 
+#include <limits>
 #include <vector>
 
 namespace ORVMATH {
 
 // Relative pivot size, per unit of the order n, under which a matrix counts
 // as singular (a few rounding units of the largest element).
-constexpr double kSingularPivotRel = 4.0 * 2.220446049250313e-16;
+constexpr double kSingularPivotRel = 4.0 * std::numeric_limits<double>::epsilon();
 
 class ORVMATH_API CSquareMatrix {
 public:
