@@ -20,6 +20,11 @@
 #include <orvmath/circle2.h>
 #include <orvmath/linalg.h>
 #include <orvmath/complex.h>
+#include <orvmath/roots.h>
+#include <orvmath/squarematrix.h>
+#include <orvmath/fit.h>
+#include <orvmath/interp.h>
+#include <orvmath/permutation.h>
 #include <orvmath/polygon.h>
 #include <orvmath/preparedpolygon.h>
 #include <orvmath/polyline2.h>
