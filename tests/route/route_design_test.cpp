@@ -203,4 +203,19 @@ TEST(RouteDesign, SampleRoadRebuildsFromItsElements) {
     ASSERT_EQ(pts.GetSize(), 6);
     for (int i = 0; i < 6; ++i) EXPECT_LE(Distance(pts[i].pt, sample.GetCriticalPoints()[i].pt), 1e-9) << i;
     EXPECT_NEAR(CRoute2(pts, 1000.0, 0.0).GetEndMile(), 3950.0, 1e-9);
+
+    // Its tangent polygon by hand: the clothoids (L = A^2 / R = 125, three terms of the series) shift the arc by
+    // p = y - R (1 - cos t) and k = x - R sin t (t = 0.125); deflection 2 t + 700 / 500 = 1.65 rad; the tangent length
+    // T = (R + p) tan(1.65 / 2) + k = 605.133470476840, so the vertex lies 800 + T along 20 degrees.
+    CRoutePIArray pis;
+    ASSERT_TRUE(sample.GetStandardIntersection(pis));
+    ASSERT_EQ(pis.GetSize(), 3);
+    EXPECT_NEAR(pis[1].pt.x, 1320.393553426381, 1e-8);
+    EXPECT_NEAR(pis[1].pt.y, 480.583950964183, 1e-8);
+    EXPECT_EQ(pis[1].radius, 500.0);
+    EXPECT_EQ(pis[1].A1, 250.0);
+    EXPECT_EQ(pis[1].A2, 250.0);
+    // And back: the polygon laid out in the same series gives the sample's points.
+    ASSERT_EQ(BuildRouteFromPI(pis, pts, CLOTHOID_SERIES), -1);
+    for (int i = 0; i < 6; ++i) EXPECT_LE(Distance(pts[i].pt, sample.GetCriticalPoints()[i].pt), 1e-8) << i;
 }
