@@ -15,21 +15,21 @@ using ORVMATH::CRoute2;
 
 namespace {
 
-constexpr double kSameMile = 1e-6;  // stations closer than this are one row
+constexpr double kSameMile = 1e-6;       // stations closer than this are one row
+constexpr double kExponentFrom = 1e12;   // numbers this large are written with an exponent
+// A radius above this bends less than 0.05 mm from its tangent over 1 km: a straight.
+constexpr double kRadiusShownInfinite = 1e10;
+
+// Removes the sign of a number written as zero ("-0.000" becomes "0.000").
+std::string Unsigned0(std::string s) {
+    if (!s.empty() && s[0] == '-' && s.find_first_not_of("0.", 1) == std::string::npos) s.erase(0, 1);
+    return s;
+}
 
 std::string Format(const char* fmt, double a) {
     char buf[64];
     std::snprintf(buf, sizeof buf, fmt, a);
     return buf;
-}
-
-const char* TypeName(int type) {
-    switch (type) {
-        case ORVMATH::SEGMENT_LINE: return "line";
-        case ORVMATH::SEGMENT_ARC: return "arc";
-        case ORVMATH::SEGMENT_TRANSITION: return "transition";
-        default: return "?";
-    }
 }
 
 std::vector<double> BoundaryMiles(const CRoute2& route) {
@@ -53,6 +53,39 @@ std::string BoundaryCode(int from, int to) {
 
 }  // namespace
 
+const char* TypeName(int type) {
+    switch (type) {
+        case ORVMATH::SEGMENT_LINE: return "line";
+        case ORVMATH::SEGMENT_ARC: return "arc";
+        case ORVMATH::SEGMENT_TRANSITION: return "transition";
+        default: return "?";
+    }
+}
+
+std::string FormatNumber(double v, int decimals) {
+    if (std::isnan(v)) return "nan";
+    if (std::isinf(v)) return v > 0.0 ? "inf" : "-inf";
+    char buf[64];
+    if (std::fabs(v) >= kExponentFrom)
+        std::snprintf(buf, sizeof buf, "%.6e", v);
+    else
+        std::snprintf(buf, sizeof buf, "%.*f", decimals, v);
+    return Unsigned0(buf);
+}
+
+std::string FormatCsvNumber(double v) {
+    if (std::isnan(v)) return "nan";
+    if (std::isinf(v)) return v > 0.0 ? "inf" : "-inf";
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "%.15g", v);
+    return Unsigned0(buf);
+}
+
+std::string FormatRadius(double radius, bool csv) {
+    if (radius == -1.0 || radius >= kRadiusShownInfinite) return "inf";
+    return csv ? FormatCsvNumber(radius) : FormatNumber(radius, 3);
+}
+
 std::vector<Station> Stationing(const CRoute2& route, double step) {
     std::vector<Station> stations;
     if (route.IsNull()) return stations;
@@ -71,23 +104,36 @@ std::vector<Station> Stationing(const CRoute2& route, double step) {
     return merged;
 }
 
-void WriteTable(std::ostream& out, const CRoute2& route, double step, double offset, const std::string& title) {
-    char line[200];
-    std::snprintf(line, sizeof line, "# %s: miles %.3f to %.3f (%.3f m of chainage), offset %.3f\n", title.c_str(),
-                  route.GetStartMile(), route.GetEndMile(), route.GetMile(), route.GetOffset() + offset);
-    out << line;
-    std::snprintf(line, sizeof line, "%12s %14s %14s %10s  %-10s %10s\n", "mile", "x", "y", "dir_deg", "element",
-                  "radius");
-    out << line;
+void WriteTable(std::ostream& out, const CRoute2& route, double step, double offset, const std::string& title,
+                bool csv) {
+    char line[400];
+    if (csv) {
+        out << "mile,x,y,dir_deg,element,radius,boundary\n";
+    } else {
+        out << "# " << title << ": miles " << FormatNumber(route.GetStartMile(), 3) << " to "
+            << FormatNumber(route.GetEndMile(), 3) << " (" << FormatNumber(route.GetMile(), 3)
+            << " m of chainage), offset " << FormatNumber(route.GetOffset() + offset, 3) << '\n';
+        std::snprintf(line, sizeof line, "%12s %14s %14s %10s  %-10s %10s\n", "mile", "x", "y", "dir_deg", "element",
+                      "radius");
+        out << line;
+    }
     for (const Station& s : Stationing(route, step)) {
         CCriticalPoint cp;
         if (route.GetCriticalPoint(s.mile, cp) < 0) continue;
         const CDblPoint p = route.GetPoint(s.mile, offset);
         const bool atEnd = std::fabs(s.mile - route.GetEndMile()) < kSameMile;
-        const std::string radius = cp.radius == -1.0 ? "inf" : Format("%.3f", cp.radius);
-        std::snprintf(line, sizeof line, "%12.3f %14.3f %14.3f %10.4f  %-10s %10s%s\n", s.mile, p.x, p.y,
-                      ORVMATH::NormalizeAng_Rad(cp.angle) * ORVMATH::kRadToDeg, atEnd ? "end" : TypeName(cp.type),
-                      radius.c_str(), s.boundary && !atEnd ? "  <- element begins" : "");
+        const double dir = ORVMATH::NormalizeAng_Rad(cp.angle) * ORVMATH::kRadToDeg;
+        const char* element = atEnd ? "end" : TypeName(cp.type);
+        if (csv) {
+            out << FormatCsvNumber(s.mile) << ',' << FormatCsvNumber(p.x) << ',' << FormatCsvNumber(p.y) << ','
+                << FormatCsvNumber(dir) << ',' << element << ',' << FormatRadius(cp.radius, true) << ','
+                << (s.boundary ? 1 : 0) << '\n';
+            continue;
+        }
+        std::snprintf(line, sizeof line, "%12s %14s %14s %10s  %-10s %10s%s\n", FormatNumber(s.mile, 3).c_str(),
+                      FormatNumber(p.x, 3).c_str(), FormatNumber(p.y, 3).c_str(), FormatNumber(dir, 4).c_str(),
+                      element, FormatRadius(cp.radius, false).c_str(),
+                      s.boundary && !atEnd ? "  <- element begins" : "");
         out << line;
     }
 }
