@@ -1,7 +1,10 @@
+#include "orvroute/report.h"
 #include "orvroute/route_csv.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <sstream>
 #include <string>
 
@@ -61,4 +64,42 @@ TEST(RouteCsv, BadInputNamesTheLineAndColumn) {
         }
     }
     EXPECT_THROW(orvroute::ReadRouteCsv("/nonexistent/route.csv"), RouteCsvError);
+}
+
+TEST(RouteCsv, ByteOrderMarkSkippedUtf16NamedFileErrorsSayWhy) {
+    std::istringstream bom("\xEF\xBB\xBF" + kHead + "line,0,0,0,-1,,\nline,1,0,0,-1,,\n");
+    EXPECT_EQ(ParseRouteCsv(bom, "r.csv").points.GetSize(), 2);
+    std::istringstream utf16(std::string("\xFF\xFEs\0t", 5));
+    EXPECT_THROW(ParseRouteCsv(utf16, "r.csv"), RouteCsvError);
+    const struct { std::string path; const char* says; } rows[] = {
+        {"/nonexistent/route.csv", "/nonexistent/route.csv: cannot read: no such file"},
+        {"/", "/: cannot read: is a directory"},
+    };
+    for (const auto& r : rows) {
+        try {
+            orvroute::ReadRouteCsv(r.path);
+            ADD_FAILURE() << r.path;
+        } catch (const RouteCsvError& e) {
+            EXPECT_STREQ(e.what(), r.says);
+        }
+    }
+}
+
+TEST(OrvrouteFormat, NumbersAreReadableAtAnyMagnitude) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const struct { double v; int decimals; const char* text; } fixed[] = {
+        {1234.5678, 3, "1234.568"}, {-1.25, 1, "-1.2"},  // %.1f rounds half to even on the binary value
+        {-0.0004, 3, "0.000"},      {-0.0, 3, "0.000"},  {1e300, 3, "1.000000e+300"},
+        {-2.5e12, 3, "-2.500000e+12"}, {inf, 3, "inf"}, {-inf, 3, "-inf"}, {std::nan(""), 3, "nan"},
+    };
+    for (const auto& r : fixed) EXPECT_EQ(orvroute::FormatNumber(r.v, r.decimals), r.text) << r.v;
+    const struct { double v; const char* text; } csv[] = {
+        {-0.0, "0"}, {0.1, "0.1"}, {751.754096628727, "751.754096628727"}, {1e300, "1e+300"}, {-inf, "-inf"},
+    };
+    for (const auto& r : csv) EXPECT_EQ(orvroute::FormatCsvNumber(r.v), r.text) << r.v;
+    // A transition evaluated a hair from its straight end has a huge radius: a straight to the eye.
+    EXPECT_EQ(orvroute::FormatRadius(-1.0, false), "inf");
+    EXPECT_EQ(orvroute::FormatRadius(23534076820.204, false), "inf");
+    EXPECT_EQ(orvroute::FormatRadius(500.0, false), "500.000");
+    EXPECT_EQ(orvroute::FormatRadius(500.25, true), "500.25");
 }
