@@ -1,9 +1,11 @@
+#include "orvroute/alignment.h"
 #include "orvroute/report.h"
 #include "orvroute/route_csv.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -102,4 +104,30 @@ TEST(OrvrouteFormat, NumbersAreReadableAtAnyMagnitude) {
     EXPECT_EQ(orvroute::FormatRadius(23534076820.204, false), "inf");
     EXPECT_EQ(orvroute::FormatRadius(500.0, false), "500.000");
     EXPECT_EQ(orvroute::FormatRadius(500.25, true), "500.25");
+}
+
+// The sample road (a straight of 800 m, A = 250 into R = 500 for 700 m, out, 1200 m) drawn with an offset that loops
+// inside its curve: every element is labelled, both sides have their own style, and every text starts inside the
+// canvas and outside the legend panel (the last 270 px).
+TEST(OrvrouteSvg, LabelsElementsAndKeepsTextInsideTheCanvas) {
+    std::ostringstream svg;
+    orvroute::WriteSvg(svg, orvroute::SampleRoute(), {600.0, -7.5}, "sample");
+    const std::string s = svg.str();
+    for (const char* want : {"L 800<", "A 250  L 125<", "R 500  L 700<", "L 1200<", "offset left: 600 m",
+                             "offset right: -7.5 m", ">N<", "stroke-dasharray=\"8 4\"", "stroke-dasharray=\"2 3\""})
+        EXPECT_NE(s.find(want), std::string::npos) << want;
+    double width = 0, height = 0;
+    ASSERT_EQ(std::sscanf(s.c_str(), "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%lf\" height=\"%lf\"", &width,
+                          &height), 2);
+    int texts = 0;
+    for (std::size_t at = s.find("<text x=\""); at != std::string::npos; at = s.find("<text x=\"", at + 1), ++texts) {
+        double x = 0, y = 0;
+        ASSERT_EQ(std::sscanf(s.c_str() + at, "<text x=\"%lf\" y=\"%lf\"", &x, &y), 2);
+        EXPECT_TRUE(x >= 0 && x <= width && y >= 0 && y <= height) << s.substr(at, 80);
+        const bool onThePlan = at > s.find("<g clip-path") && at < s.find("</g>");
+        if (onThePlan) {
+            EXPECT_LT(x, width - 270) << s.substr(at, 80);
+        }
+    }
+    EXPECT_GT(texts, 20);
 }
