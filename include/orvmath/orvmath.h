@@ -23,6 +23,7 @@
 #include <orvmath/polygon.h>
 #include <orvmath/preparedpolygon.h>
 #include <orvmath/route2.h>
+#include <orvmath/landxml.h>
 #include <orvmath/vector3d.h>
 #include <orvmath/matrix4.h>
 #include <orvmath/coordsys.h>
