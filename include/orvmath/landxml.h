@@ -1,8 +1,8 @@
-// LandXML 1.2 horizontal alignments: reading CRoute2s from an <Alignments>
+// LandXML 1.2 horizontal alignments: reading CRoute2s from an `<Alignments>`
 // block and writing them as one.
 //
-// An <Alignment> becomes a route: its staStart is the start mile, each
-// element of its <CoordGeom> (Line, Curve, Spiral with spiType="clothoid")
+// An `<Alignment>` becomes a route: its staStart is the start mile, each
+// element of its `<CoordGeom>` (Line, Curve, Spiral with spiType="clothoid")
 // becomes the critical point where it begins, and the end of the last one
 // the last point. Positions are read from the elements' coordinates (LandXML
 // writes "northing easting"; a route's x is the easting), directions from
@@ -13,7 +13,7 @@
 // routes read are set to CLOTHOID_EXACT.
 //
 // Nothing is dropped silently: every element or block that is not turned
-// into route geometry (other spiral types, a vertical <Profile>, cant,
+// into route geometry (other spiral types, a vertical `<Profile>`, cant,
 // superelevation, station equations) gets a message in `unsupported`; an
 // unsupported horizontal element is replaced by a straight from its Start
 // to its End, so that the route stays connected and its chainage runs on.
@@ -45,13 +45,13 @@ struct CLandXmlRead {
 
 ORVMATH_API bool LandXmlSupported();
 
-// Reads every <Alignment> of the document `text`. False (with `error` set
-// and no alignments) when the text is not XML, has no <Alignments>, an
+// Reads every `<Alignment>` of the document `text`. False (with `error` set
+// and no alignments) when the text is not XML, has no `<Alignments>`, an
 // element lacks coordinates it needs, or the linear unit is not metres.
 ORVMATH_API bool ReadLandXml(const std::string& text, CLandXmlRead& result);
 
-// A LandXML 1.2 document with one <Alignment> per entry: staStart, length,
-// and a <CoordGeom> of Line, Curve and Spiral (clothoid) elements whose
+// A LandXML 1.2 document with one `<Alignment>` per entry: staStart, length,
+// and a `<CoordGeom>` of Line, Curve and Spiral (clothoid) elements whose
 // coordinates are the critical points written with 17 significant digits,
 // so that reading it back gives the same points. Written from the base
 // alignment: a route's own offset has no place in LandXML and is not
