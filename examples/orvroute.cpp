@@ -6,6 +6,7 @@
 #include "orvroute/route_csv.h"
 
 #include <orvmath/angle.h>
+#include <orvmath/landxml.h>
 
 #include <cerrno>
 #include <cmath>
@@ -14,6 +15,7 @@
 #include <cstring>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -32,9 +34,10 @@ const char* const kUsage =
     "       orvroute COMMAND --help\n";
 
 const char* const kRouteHelp =
-    "ROUTE is a CSV file, or - for standard input; without it the built-in sample\n"
-    "road is used. A route file (UTF-8 or ASCII; '#' lines and blank lines are\n"
-    "skipped):\n"
+    "ROUTE is a CSV file or a LandXML 1.2 file (its first Alignment: Line, Curve\n"
+    "and clothoid Spiral elements), or - for standard input; without it the\n"
+    "built-in sample road is used. A CSV route file (UTF-8 or ASCII; '#' lines\n"
+    "and blank lines are skipped):\n"
     "\n"
     "  start_mile,offset\n"
     "  1000,0\n"
@@ -261,15 +264,37 @@ bool CheckOffsets(const ORVMATH::CRoute2& route, const Options& o) {
     return ok;
 }
 
+// The first alignment of a LandXML text; what it does not read is a warning.
+ORVMATH::CRoute2 LoadLandXml(const std::string& text, const Options& o, const std::string& source, bool& ok) {
+    ORVMATH::CLandXmlRead read;
+    if (!ORVMATH::ReadLandXml(text, read)) throw orvroute::RouteCsvError(source, 0, 0, "LandXML: " + read.error);
+    if (read.alignments.size() > 1)
+        std::cerr << "orvroute: warning: " << source << ": " << read.alignments.size()
+                  << " alignments; using the first, '" << read.alignments[0].name << "'\n";
+    for (const std::string& u : read.unsupported)
+        std::cerr << "orvroute: " << (o.strict ? "error: " : "warning: ") << source << ": " << u << '\n';
+    ok = !(o.strict && !read.unsupported.empty());
+    return read.alignments[0].route;
+}
+
 ORVMATH::CRoute2 LoadRoute(const Options& o, std::string& title, bool& ok) {
     ok = true;
     if (o.routeFile.empty()) {
         title = "sample alignment";
         return orvroute::SampleRoute();
     }
-    const orvroute::RouteFile file = orvroute::ReadRouteCsv(o.routeFile);
-    ORVMATH::CRoute2 route(file.points, file.startMile, file.offset);
     title = o.routeFile == "-" ? "<stdin>" : o.routeFile;
+    const std::string text = orvroute::ReadInput(o.routeFile);
+    // A LandXML document starts with '<' (after any byte-order mark and blanks).
+    const std::size_t first = text.find_first_not_of(" \t\r\n", text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0);
+    if (first != std::string::npos && text[first] == '<') {
+        ORVMATH::CRoute2 route = LoadLandXml(text, o, title, ok);
+        ok = CheckRoute(route, {}, o, title) && ok;
+        return route;
+    }
+    std::istringstream in(text);
+    const orvroute::RouteFile file = orvroute::ParseRouteCsv(in, title);
+    ORVMATH::CRoute2 route(file.points, file.startMile, file.offset);
     ok = CheckRoute(route, file.pointLines, o, title);
     return route;
 }

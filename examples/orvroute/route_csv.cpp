@@ -198,19 +198,30 @@ RouteFile ParseRouteCsv(std::istream& in, const std::string& source) {
     return file;
 }
 
-RouteFile ReadRouteCsv(const std::string& path) {
-    if (path == "-") return ParseRouteCsv(std::cin, "<stdin>");
+std::string ReadInput(const std::string& path) {
+    std::ostringstream text;
+    if (path == "-") {
+        text << std::cin.rdbuf();
+        return text.str();
+    }
     std::error_code ec;
     if (std::filesystem::is_directory(path, ec)) throw RouteCsvError(path, 0, 0, "cannot read: is a directory");
     errno = 0;
-    std::ifstream in(path);
+    std::ifstream in(path, std::ios::binary);
     if (!in) {
         const int err = errno;
         std::string why = err == ENOENT ? "no such file" : err == EACCES ? "permission denied" : std::strerror(err);
         if (err == 0) why = "cannot open the file";
         throw RouteCsvError(path, 0, 0, "cannot read: " + why);
     }
-    return ParseRouteCsv(in, path);
+    text << in.rdbuf();
+    if (in.bad()) throw RouteCsvError(path, 0, 0, "cannot read: read error");
+    return text.str();
+}
+
+RouteFile ReadRouteCsv(const std::string& path) {
+    std::istringstream in(ReadInput(path));
+    return ParseRouteCsv(in, path == "-" ? "<stdin>" : path);
 }
 
 void WriteRouteCsv(std::ostream& out, const ORVMATH::CRoute2& route) {

@@ -53,6 +53,8 @@ RouteFile ParseRouteCsv(std::istream& in, const std::string& source);
 // read is a RouteCsvError at line 0 that says why (no such file, permission
 // denied, is a directory).
 RouteFile ReadRouteCsv(const std::string& path);
+// The whole text of a file, or of standard input for "-"; the errors as above.
+std::string ReadInput(const std::string& path);
 // Writes a route in the same format (angles in degrees).
 void WriteRouteCsv(std::ostream& out, const ORVMATH::CRoute2& route);
 
