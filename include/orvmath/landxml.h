@@ -16,7 +16,9 @@
 // into route geometry (other spiral types, a vertical `<Profile>`, cant,
 // superelevation, station equations) gets a message in `unsupported`; an
 // unsupported horizontal element is replaced by a straight from its Start
-// to its End, so that the route stays connected and its chainage runs on.
+// to its End, so that the route stays connected and its chainage runs on;
+// an element whose Start is more than 1e-6 m from the End of the one before
+// is reported too (the route keeps the Start).
 //
 // The library may be built without LandXML support (CMake option
 // ORVMATH_WITH_LANDXML, on when pugixml is found); the functions then fail

@@ -20,6 +20,8 @@ using namespace route_detail;
 
 namespace {
 
+constexpr double kLandXmlGapTol = 1e-6;  // metres: an element's Start this close to the last End joins it
+
 struct ReadError {
     std::string message;
 };
@@ -173,6 +175,14 @@ void ReadDocument(const std::string& text, CLandXmlRead& result) {
                 }
             }
             if (pieces.empty()) throw ReadError{where + " has no <CoordGeom> elements"};
+            // A route point is where an element starts: the End of the one before is not kept.
+            for (std::size_t k = 1; k < pieces.size(); ++k) {
+                const double gap = Distance(pieces[k - 1].end, pieces[k].start);
+                if (gap > kLandXmlGapTol)
+                    result.unsupported.push_back(where + ", element " + std::to_string(k) + " starts " +
+                                                 std::to_string(gap) + " m from the End of the one before; the " +
+                                                 "route runs from that element's Start");
+            }
             result.alignments.push_back({name, RouteFromPieces(pieces, a.attribute("staStart").as_double(0.0))});
         }
     }

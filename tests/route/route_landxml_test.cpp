@@ -91,7 +91,7 @@ TEST(LandXml, ReadsTheAlignmentReportsWhatItSkipsAndRoundTrips) {
     }
 }
 
-TEST(LandXml, RefusesWhatItCannotRead) {
+TEST(LandXml, RefusesWhatItCannotReadAndReportsGaps) {
     if (!LandXmlSupported()) GTEST_SKIP() << "built without pugixml";
     const std::string head = "<LandXML><Alignments><Alignment name=\"a\"><CoordGeom>";
     const std::string tail = "</CoordGeom></Alignment></Alignments></LandXML>";
@@ -107,6 +107,11 @@ TEST(LandXml, RefusesWhatItCannotRead) {
                 "<End>0 10</End></Spiral>" + tail, "positive number or INF"},
         {"<LandXML><Alignments><Alignment name=\"a\"/></Alignments></LandXML>", "no <CoordGeom> elements"},
     };
+    CLandXmlRead gap;  // a straight ending at (10, 0), the next starting at (10, 2): read, and reported
+    ASSERT_TRUE(ReadLandXml(head + "<Line><Start>0 0</Start><End>0 10</End></Line><Line><Start>2 10</Start>"
+                                   "<End>2 20</End></Line>" + tail, gap)) << gap.error;
+    ASSERT_EQ(gap.unsupported.size(), 1u);
+    EXPECT_NE(gap.unsupported[0].find("element 1 starts 2.000000 m from the End"), std::string::npos);
     for (const auto& r : rows) {
         CLandXmlRead read;
         EXPECT_FALSE(ReadLandXml(r.text, read)) << r.text;
