@@ -30,6 +30,7 @@ const char* const kUsage =
     "       orvroute point  [ROUTE] MILE [OFFSET] [--format text|csv] [--strict]\n"
     "       orvroute locate [ROUTE] X Y [--format text|csv] [--strict]\n"
     "       orvroute svg    [ROUTE] -o FILE.svg [--offset D]... [--strict]\n"
+    "       orvroute landxml [ROUTE] [--strict]\n"
     "       orvroute sample\n"
     "       orvroute COMMAND --help\n";
 
@@ -90,6 +91,12 @@ const CommandHelp kCommands[] = {
      "element boundaries, mile ticks, a coordinate grid, a north arrow, a legend\n"
      "and a scale bar.\n"
      "Example: orvroute svg road.csv -o road.svg --offset 7.5 --offset -7.5\n"},
+    {"landxml",
+     "orvroute landxml [ROUTE] [--strict]\n"
+     "Writes the route as a LandXML 1.2 document (one Alignment of Line, Curve\n"
+     "and clothoid Spiral elements) for other road design programs. The route's\n"
+     "own offset has no place in LandXML and is left out.\n"
+     "Example: orvroute landxml road.csv > road.xml\n"},
     {"sample",
      "orvroute sample\n"
      "Prints the built-in sample road as a route file, a start for your own.\n"
@@ -126,6 +133,7 @@ void PrintHelp(const std::string& command) {
               << "  point   the point at a mile and offset\n"
               << "  locate  the mile and offset of a point\n"
               << "  svg     a drawing of the route\n"
+              << "  landxml the route as LandXML\n"
               << "  sample  the built-in sample road as a route file\n\n"
               << kRouteHelp;
 }
@@ -394,6 +402,14 @@ int Run(const Options& o) {
     if (o.command == "point") return RunPoint(route, o);
     if (o.command == "locate") return RunLocate(route, o);
     if (o.command == "svg") return RunSvg(route, o, title);
+    if (o.command == "landxml") {
+        if (!ORVMATH::LandXmlSupported()) {
+            std::cerr << "orvroute: this build has no LandXML support (the library was built without pugixml)\n";
+            return 1;
+        }
+        std::cout << ORVMATH::WriteLandXml({{title, route}});
+        return 0;
+    }
     if (route.GetMile() / o.step > kMaxStations)
         throw UsageError{"--step " + orvroute::FormatCsvNumber(o.step) + " gives more than a million stations over " +
                          orvroute::FormatCsvNumber(route.GetMile()) + " m of chainage; use a larger step"};
