@@ -10,6 +10,8 @@ command -v make >/dev/null 2>&1 || missing+=(make)
 [ -f /usr/include/boost/numeric/ublas/matrix.hpp ] || missing+=(libboost-dev)
 [ -f /usr/include/gtest/gtest.h ] || missing+=(libgtest-dev)
 [ -f /usr/include/benchmark/benchmark.h ] || missing+=(libbenchmark-dev)
+# LandXML import and export of routes (optional: the library builds without it).
+[ -f /usr/include/pugixml.hpp ] || missing+=(libpugixml-dev)
 # The Python module and its tests (Debian's interpreter, /usr/bin/python3).
 # The API reference (the docs target): doxygen.
 command -v doxygen >/dev/null 2>&1 || missing+=(doxygen)

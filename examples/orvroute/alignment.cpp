@@ -51,29 +51,4 @@ CRoute2 GeneratedRoute(int elements) {
     return LaidOut(0.0, e, 0.0);
 }
 
-std::vector<std::string> JoinProblems(const CRoute2& route, const std::vector<int>& pointLines, double gapTol,
-                                      double angleTol) {
-    std::vector<std::string> problems;
-    const ORVMATH::CCriticalPointArray& pts = route.GetCriticalPoints();
-    double mile = route.GetStartMile();
-    for (INT_PTR i = 0; i + 1 < pts.GetSize(); ++i) {
-        mile += route.GetSegMile(static_cast<int>(i));
-        if (route.GetSegMile(static_cast<int>(i)) <= 0.0) continue;
-        // Evaluate just before the boundary, on element i itself.
-        CCriticalPoint end;
-        const double probe = mile - std::min(1e-7, 0.5 * route.GetSegMile(static_cast<int>(i)));
-        if (route.GetCriticalPoint(probe, end) != static_cast<int>(i)) continue;  // inside the end snap
-        const CCriticalPoint& next = pts[i + 1];
-        const double gap = ORVMATH::Distance(end.pt, next.pt);
-        const double turn = std::fabs(ORVMATH::NormalizeAng_Rad(end.angle - next.angle));
-        if (gap <= gapTol && turn <= angleTol) continue;
-        char text[200];
-        std::snprintf(text, sizeof text, "element %d ends %.4f m and %.5f degrees away from the next point",
-                      static_cast<int>(i), gap, turn * ORVMATH::kRadToDeg);
-        const std::size_t k = static_cast<std::size_t>(i) + 1;
-        problems.push_back((k < pointLines.size() ? "line " + std::to_string(pointLines[k]) + ": " : "") + text);
-    }
-    return problems;
-}
-
 }  // namespace orvroute

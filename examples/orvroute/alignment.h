@@ -1,5 +1,4 @@
-// The built-in sample road, a generated alignment for tests and benchmarks,
-// and a check that a route's elements join up.
+// The built-in sample road and a generated alignment for tests and benchmarks.
 #pragma once
 
 #include <orvmath/route2.h>
@@ -18,11 +17,5 @@ ORVMATH::CRoute2 SampleRoute();
 // and curves of radius 300 m and 100 m with clothoids of A = 150, turning
 // left and right in turn. Starts at mile 0.
 ORVMATH::CRoute2 GeneratedRoute(int elements);
-
-// One message for every element whose end does not meet the next critical
-// point: a gap in position above `gapTol` or in direction above `angleTol`
-// (radians). `pointLines` (may be empty) gives source lines for the messages.
-std::vector<std::string> JoinProblems(const ORVMATH::CRoute2& route, const std::vector<int>& pointLines,
-                                      double gapTol, double angleTol);
 
 }  // namespace orvroute

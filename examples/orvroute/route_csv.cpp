@@ -6,8 +6,11 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iomanip>
+#include <iostream>
 #include <ostream>
 #include <sstream>
 
@@ -61,6 +64,7 @@ public:
         std::string text;
         while (std::getline(in_, text)) {
             ++line_;
+            if (line_ == 1) SkipByteOrderMark(text);
             const std::string t = Trim(text);
             if (t.empty() || t[0] == '#') continue;
             fields = SplitFields(t);
@@ -114,6 +118,14 @@ public:
     int line() const { return line_; }
 
 private:
+    // Spreadsheet programs often start a UTF-8 file with a byte-order mark;
+    // UTF-16 cannot be read at all, so it is named rather than misparsed.
+    void SkipByteOrderMark(std::string& text) const {
+        if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) text.erase(0, 3);
+        if (text.compare(0, 2, "\xFF\xFE") == 0 || text.compare(0, 2, "\xFE\xFF") == 0)
+            Fail("the file is UTF-16; save it as UTF-8 (or plain ASCII) text");
+    }
+
     std::istream& in_;
     std::string source_;
     int line_ = 0;
@@ -150,7 +162,7 @@ CCriticalPoint ParsePoint(const Reader& r, const std::vector<std::string>& f) {
 }  // namespace
 
 RouteCsvError::RouteCsvError(const std::string& source, int line, int column, const std::string& message)
-    : std::runtime_error(source + ":" + std::to_string(line) + ": " + message),
+    : std::runtime_error(source + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " + message),
       line_(line),
       column_(column) {}
 
@@ -186,10 +198,30 @@ RouteFile ParseRouteCsv(std::istream& in, const std::string& source) {
     return file;
 }
 
+std::string ReadInput(const std::string& path) {
+    std::ostringstream text;
+    if (path == "-") {
+        text << std::cin.rdbuf();
+        return text.str();
+    }
+    std::error_code ec;
+    if (std::filesystem::is_directory(path, ec)) throw RouteCsvError(path, 0, 0, "cannot read: is a directory");
+    errno = 0;
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        const int err = errno;
+        std::string why = err == ENOENT ? "no such file" : err == EACCES ? "permission denied" : std::strerror(err);
+        if (err == 0) why = "cannot open the file";
+        throw RouteCsvError(path, 0, 0, "cannot read: " + why);
+    }
+    text << in.rdbuf();
+    if (in.bad()) throw RouteCsvError(path, 0, 0, "cannot read: read error");
+    return text.str();
+}
+
 RouteFile ReadRouteCsv(const std::string& path) {
-    std::ifstream in(path);
-    if (!in) throw RouteCsvError(path, 0, 0, "cannot open the file for reading");
-    return ParseRouteCsv(in, path);
+    std::istringstream in(ReadInput(path));
+    return ParseRouteCsv(in, path == "-" ? "<stdin>" : path);
 }
 
 void WriteRouteCsv(std::ostream& out, const ORVMATH::CRoute2& route) {

@@ -25,7 +25,8 @@
 namespace orvroute {
 
 // A malformed route file: what() reads "FILE:LINE: column C (NAME): problem",
-// or "FILE:LINE: problem" when no single column is at fault.
+// or "FILE:LINE: problem" when no single column is at fault, or "FILE: problem"
+// when the file cannot be read at all (line 0).
 class RouteCsvError : public std::runtime_error {
 public:
     // `message` is the text after "FILE:LINE: ".
@@ -45,11 +46,15 @@ struct RouteFile {
     std::vector<int> pointLines;  // source line of each critical point
 };
 
-// Parses the text of a route file; `source` names it in messages.
-// Throws RouteCsvError.
+// Parses the text of a route file; `source` names it in messages. A UTF-8
+// byte-order mark is skipped. Throws RouteCsvError.
 RouteFile ParseRouteCsv(std::istream& in, const std::string& source);
-// Reads and parses a file; an unreadable file is a RouteCsvError at line 0.
+// Reads and parses a file, or standard input for "-". A file that cannot be
+// read is a RouteCsvError at line 0 that says why (no such file, permission
+// denied, is a directory).
 RouteFile ReadRouteCsv(const std::string& path);
+// The whole text of a file, or of standard input for "-"; the errors as above.
+std::string ReadInput(const std::string& path);
 // Writes a route in the same format (angles in degrees).
 void WriteRouteCsv(std::ostream& out, const ORVMATH::CRoute2& route);
 

@@ -32,6 +32,7 @@
 #include <orvmath/polygonoffset.h>
 #include <orvmath/route2.h>
 #include <orvmath/routedesign.h>
+#include <orvmath/landxml.h>
 #include <orvmath/vector3d.h>
 #include <orvmath/matrix4.h>
 #include <orvmath/coordsys.h>

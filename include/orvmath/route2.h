@@ -475,6 +475,58 @@ public:
 
     friend class RouteEditor;  // the editing code (route_edit.cpp)
 
+    // ---- validation --------------------------------------------------------
+
+    static constexpr double kValidateGapTol = 1e-3;    // metres: positions that differ by more do not meet
+    static constexpr double kValidateAngleTol = 1e-5;  // radians: directions that differ by more do not match
+    // What Validate can find. `size` says how large the problem is, in the unit given.
+    enum ProblemKind : std::int32_t {
+        PROBLEM_NO_CHAINAGE = 0,      // the route spans no chainage: fewer than two points, or every element is
+                                      // 0 long (all points coincide); element -1, size = the largest distance
+                                      // of a point from the first, metres
+        PROBLEM_NOT_FINITE = 1,       // a field of the point is NaN or infinite; element = the point, size 0
+        PROBLEM_UNKNOWN_TYPE = 2,     // the element's type is not line, arc or transition; size = the type value
+        PROBLEM_BAD_RADIUS = 3,       // an arc's radius is not positive, or a radius is neither -1 nor positive;
+                                      // size = the radius
+        PROBLEM_BAD_SPIRAL = 4,       // a transition's A is not positive (size = A), or both its ends have the
+                                      // same radius (size 0): it spans no chainage
+        PROBLEM_ZERO_LENGTH = 5,      // the element spans no more than gapTol of chainage; size = it
+        PROBLEM_BEHIND = 6,           // a transition's next point is not ahead of it by kRouteAheadTol (it is
+                                      // made 0 long); size = how far the next point lies behind, along the
+                                      // tangent, metres (negative when it lies less than that ahead)
+        PROBLEM_HEADING = 7,          // a straight's heading differs from the direction to its next point;
+                                      // size = the difference, radians
+        PROBLEM_OFF_CIRCLE = 8,       // an arc's next point is off the circle of its radius; size = the
+                                      // distance from that circle, metres
+        PROBLEM_GAP = 9,              // the element's evaluated end misses the next point; size = metres
+        PROBLEM_KINK = 10,            // the tangent where the element ends differs from the next point's
+                                      // angle; size = radians
+        PROBLEM_OFFSET_LOOP = 11,     // the route's offset lies inside a curve and is larger than its smallest
+                                      // radius, so the offset line loops; size = |offset| - radius, metres
+        PROBLEM_STALE_TABLE = 12,     // the stored mile table (as loaded) differs from the points' lengths;
+                                      // size = the difference, metres; element -1 and size 0 when the
+                                      // table has the wrong number of entries
+    };
+    // One problem: its kind, the element (the index of the critical point
+    // where it begins; the point itself for PROBLEM_NOT_FINITE) and its size.
+    struct Problem {
+        ProblemKind kind;
+        int element;
+        double size;
+    };
+    // Checks the route without changing it: `problems` is emptied, then gets
+    // one entry per problem found (the chainage and the table first, then
+    // points that are not finite, then element by element); returns the count (0: nothing wrong). Positions are compared within
+    // gapTol metres, directions within angleTol radians. Joins are checked
+    // by evaluating each element's end as the route evaluates it (its
+    // clothoid mode included); an element already reported for a problem
+    // that makes its end meaningless (off its circle, behind, bad numbers) is
+    // not checked for gaps as well.
+    int Validate(CArray<Problem>& problems, double gapTol = kValidateGapTol,
+                 double angleTol = kValidateAngleTol) const;
+    // A short English description of a kind ("arc end off its circle", ...).
+    static const char* ProblemName(ProblemKind kind);
+
 private:
     // Loads the record with critical point blocks of `blockBytes` bytes.
     void Load(CArchive& ar, unsigned blockBytes);

@@ -1,7 +1,12 @@
+#include "orvroute/alignment.h"
+#include "orvroute/report.h"
 #include "orvroute/route_csv.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
+#include <limits>
 #include <sstream>
 #include <string>
 
@@ -61,4 +66,68 @@ TEST(RouteCsv, BadInputNamesTheLineAndColumn) {
         }
     }
     EXPECT_THROW(orvroute::ReadRouteCsv("/nonexistent/route.csv"), RouteCsvError);
+}
+
+TEST(RouteCsv, ByteOrderMarkSkippedUtf16NamedFileErrorsSayWhy) {
+    std::istringstream bom("\xEF\xBB\xBF" + kHead + "line,0,0,0,-1,,\nline,1,0,0,-1,,\n");
+    EXPECT_EQ(ParseRouteCsv(bom, "r.csv").points.GetSize(), 2);
+    std::istringstream utf16(std::string("\xFF\xFEs\0t", 5));
+    EXPECT_THROW(ParseRouteCsv(utf16, "r.csv"), RouteCsvError);
+    const struct { std::string path; const char* says; } rows[] = {
+        {"/nonexistent/route.csv", "/nonexistent/route.csv: cannot read: no such file"},
+        {"/", "/: cannot read: is a directory"},
+    };
+    for (const auto& r : rows) {
+        try {
+            orvroute::ReadRouteCsv(r.path);
+            ADD_FAILURE() << r.path;
+        } catch (const RouteCsvError& e) {
+            EXPECT_STREQ(e.what(), r.says);
+        }
+    }
+}
+
+TEST(OrvrouteFormat, NumbersAreReadableAtAnyMagnitude) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const struct { double v; int decimals; const char* text; } fixed[] = {
+        {1234.5678, 3, "1234.568"}, {-1.25, 1, "-1.2"},  // %.1f rounds half to even on the binary value
+        {-0.0004, 3, "0.000"},      {-0.0, 3, "0.000"},  {1e300, 3, "1.000000e+300"},
+        {-2.5e12, 3, "-2.500000e+12"}, {inf, 3, "inf"}, {-inf, 3, "-inf"}, {std::nan(""), 3, "nan"},
+    };
+    for (const auto& r : fixed) EXPECT_EQ(orvroute::FormatNumber(r.v, r.decimals), r.text) << r.v;
+    const struct { double v; const char* text; } csv[] = {
+        {-0.0, "0"}, {0.1, "0.1"}, {751.754096628727, "751.754096628727"}, {1e300, "1e+300"}, {-inf, "-inf"},
+    };
+    for (const auto& r : csv) EXPECT_EQ(orvroute::FormatCsvNumber(r.v), r.text) << r.v;
+    // A transition evaluated a hair from its straight end has a huge radius: a straight to the eye.
+    EXPECT_EQ(orvroute::FormatRadius(-1.0, false), "inf");
+    EXPECT_EQ(orvroute::FormatRadius(23534076820.204, false), "inf");
+    EXPECT_EQ(orvroute::FormatRadius(500.0, false), "500.000");
+    EXPECT_EQ(orvroute::FormatRadius(500.25, true), "500.25");
+}
+
+// The sample road (a straight of 800 m, A = 250 into R = 500 for 700 m, out, 1200 m) drawn with an offset that loops
+// inside its curve: every element is labelled, both sides have their own style, and every text starts inside the
+// canvas and outside the legend panel (the last 270 px).
+TEST(OrvrouteSvg, LabelsElementsAndKeepsTextInsideTheCanvas) {
+    std::ostringstream svg;
+    orvroute::WriteSvg(svg, orvroute::SampleRoute(), {600.0, -7.5}, "sample");
+    const std::string s = svg.str();
+    for (const char* want : {"L 800<", "A 250  L 125<", "R 500  L 700<", "L 1200<", "offset left: 600 m",
+                             "offset right: -7.5 m", ">N<", "stroke-dasharray=\"8 4\"", "stroke-dasharray=\"2 3\""})
+        EXPECT_NE(s.find(want), std::string::npos) << want;
+    double width = 0, height = 0;
+    ASSERT_EQ(std::sscanf(s.c_str(), "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%lf\" height=\"%lf\"", &width,
+                          &height), 2);
+    int texts = 0;
+    for (std::size_t at = s.find("<text x=\""); at != std::string::npos; at = s.find("<text x=\"", at + 1), ++texts) {
+        double x = 0, y = 0;
+        ASSERT_EQ(std::sscanf(s.c_str() + at, "<text x=\"%lf\" y=\"%lf\"", &x, &y), 2);
+        EXPECT_TRUE(x >= 0 && x <= width && y >= 0 && y <= height) << s.substr(at, 80);
+        const bool onThePlan = at > s.find("<g clip-path") && at < s.find("</g>");
+        if (onThePlan) {
+            EXPECT_LT(x, width - 270) << s.substr(at, 80);
+        }
+    }
+    EXPECT_GT(texts, 20);
 }
