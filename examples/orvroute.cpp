@@ -54,6 +54,21 @@ const char* const kRouteHelp =
     "  radius     radius of curvature here in metres; -1 for a straight (infinite)\n"
     "  spiralA    clothoid parameter A of a transition (A^2 = radius x length)\n"
     "  endRadius  radius at a transition's far end; empty: the next point's radius\n"
+    "Or the design: the start and one row per element, laid out with exact clothoids:\n"
+    "\n"
+    "  start_mile,offset\n"
+    "  1000,0\n"
+    "  x,y,angle_deg\n"
+    "  0,0,20\n"
+    "  element,length,radius,start_radius,spiralA\n"
+    "  line,800,,,\n"
+    "  transition,,500,,250\n"
+    "  arc,700,500,,\n"
+    "  transition,,,500,250\n"
+    "  line,1200,,,\n"
+    "\n"
+    "radii signed (positive turning left, empty for infinite); a transition runs from\n"
+    "start_radius to radius and takes spiralA, or its length when spiralA is empty.\n"
     "`orvroute sample` prints a complete file. The route is checked when it is read:\n"
     "inconsistencies (a transition whose next point lies behind it, a straight not\n"
     "heading for its next point, an arc end off its circle, an offset larger than\n"
@@ -302,7 +317,7 @@ ORVMATH::CRoute2 LoadRoute(const Options& o, std::string& title, bool& ok) {
     }
     std::istringstream in(text);
     const orvroute::RouteFile file = orvroute::ParseRouteCsv(in, title);
-    ORVMATH::CRoute2 route(file.points, file.startMile, file.offset);
+    ORVMATH::CRoute2 route = file.Route();
     ok = CheckRoute(route, file.pointLines, o, title);
     return route;
 }

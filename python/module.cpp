@@ -267,7 +267,7 @@ PYBIND11_MODULE(_orvmath, m) {
             [](const std::string& path) {
                 try {
                     const orvroute::RouteFile f = orvroute::ReadRouteCsv(path);
-                    return CRoute2(f.points, f.startMile, f.offset);
+                    return f.Route();
                 } catch (const orvroute::RouteCsvError& e) {
                     throw py::value_error(e.what());
                 }

@@ -1,6 +1,7 @@
 #include "route_csv.h"
 
 #include <orvmath/angle.h>
+#include <orvmath/routedesign.h>
 
 #include <cctype>
 #include <cerrno>
@@ -26,6 +27,9 @@ constexpr double kDegToRad = ORVMATH::kPi / 180.0;
 const std::vector<std::string> kHeaderHead = {"start_mile", "offset"};
 const std::vector<std::string> kHeaderPoints = {"type", "x", "y", "angle_deg", "radius", "spiralA", "endRadius"};
 enum PointColumn { kType, kX, kY, kAngle, kRadius, kSpiralA, kEndRadius };
+const std::vector<std::string> kHeaderStart = {"x", "y", "angle_deg"};
+const std::vector<std::string> kHeaderElements = {"element", "length", "radius", "start_radius", "spiralA"};
+enum ElementColumn { kElement, kLength, kElementRadius, kStartRadius, kElementA };
 
 std::string Trim(const std::string& s) {
     const char* ws = " \t\r\n";
@@ -86,9 +90,12 @@ public:
     void ExpectHeader(const std::vector<std::string>& names) {
         std::vector<std::string> fields;
         if (!Next(fields)) Fail("missing the header '" + Join(names) + "'");
+        if (!IsHeader(fields, names)) Fail("expected the header '" + Join(names) + "'");
+    }
+    static bool IsHeader(const std::vector<std::string>& fields, const std::vector<std::string>& names) {
         bool same = fields.size() == names.size();
         for (std::size_t i = 0; same && i < names.size(); ++i) same = Lower(fields[i]) == Lower(names[i]);
-        if (!same) Fail("expected the header '" + Join(names) + "'");
+        return same;
     }
 
     // Checks the field count of a data row against the header.
@@ -116,6 +123,7 @@ public:
     }
 
     int line() const { return line_; }
+    const std::string& Source() const { return source_; }
 
 private:
     // Spreadsheet programs often start a UTF-8 file with a byte-order mark;
@@ -159,7 +167,61 @@ CCriticalPoint ParsePoint(const Reader& r, const std::vector<std::string>& f) {
     return p;
 }
 
+// The element form: the start, then one row per element, laid out at once.
+void ParseElements(Reader& r, RouteFile& file) {
+    std::vector<std::string> f;
+    if (!r.Next(f)) r.Fail("missing the line of x, y and angle_deg");
+    r.CheckColumns(f, kHeaderStart);
+    const ORVMATH::CDblPoint start(r.Number(f, kHeaderStart, 0), r.Number(f, kHeaderStart, 1));
+    const double angle = r.Number(f, kHeaderStart, 2) * kDegToRad;
+    r.ExpectHeader(kHeaderElements);
+    ORVMATH::CRouteElementArray elements;
+    std::vector<int> lines;
+    const double none = 0.0;
+    const std::vector<std::string>& names = kHeaderElements;
+    while (r.Next(f)) {
+        r.CheckColumns(f, names);
+        ORVMATH::CRouteElement e;
+        const std::string t = Lower(f[kElement]);
+        e.type = t == "line" || t == "0"         ? ORVMATH::SEGMENT_LINE
+                 : t == "arc" || t == "1"        ? ORVMATH::SEGMENT_ARC
+                 : t == "transition" || t == "2" ? ORVMATH::SEGMENT_TRANSITION
+                                                 : ORVMATH::SEGMENT_NONE;
+        if (e.type == ORVMATH::SEGMENT_NONE)
+            r.Fail(names, kElement, "unknown element type '" + f[kElement] + "' (use line, arc, transition)");
+        e.length = r.Number(f, names, kLength, &none);
+        e.radius = r.Number(f, names, kElementRadius, &none);
+        e.startRadius = r.Number(f, names, kStartRadius, &none);
+        e.spiralA = r.Number(f, names, kElementA, &none);
+        elements.Add(e);
+        lines.push_back(r.line());
+    }
+    if (elements.GetSize() == 0) r.Fail("a route needs at least one element");
+    const int bad = ORVMATH::BuildRouteFromElements(start, angle, elements, file.points, ORVMATH::CLOTHOID_EXACT);
+    if (bad >= 0)
+        throw RouteCsvError(r.Source(), lines[static_cast<std::size_t>(bad)], 0,
+                            "this element cannot be laid out (a length or radius missing or not positive, an arc "
+                            "of a full turn or more, a transition with equal radii or turning more than 90 "
+                            "degrees from a straight)");
+    // Each point comes from its element's row (a transition split where the curvature passes zero gives two).
+    INT_PTR k = 0;
+    for (INT_PTR i = 0; i < elements.GetSize(); ++i) {
+        const ORVMATH::CRouteElement& e = elements[i];
+        const bool split = e.type == ORVMATH::SEGMENT_TRANSITION && e.radius * e.startRadius < 0.0;
+        for (int n = split ? 2 : 1; n > 0 && k < file.points.GetSize(); --n, ++k)
+            file.pointLines.push_back(lines[static_cast<std::size_t>(i)]);
+    }
+    file.pointLines.push_back(lines.back());  // the end point
+    file.mode = ORVMATH::CLOTHOID_EXACT;
+}
+
 }  // namespace
+
+ORVMATH::CRoute2 RouteFile::Route() const {
+    ORVMATH::CRoute2 route(points, startMile, offset);
+    route.SetClothoidMode(mode);
+    return route;
+}
 
 RouteCsvError::RouteCsvError(const std::string& source, int line, int column, const std::string& message)
     : std::runtime_error(source + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " + message),
@@ -177,7 +239,13 @@ RouteFile ParseRouteCsv(std::istream& in, const std::string& source) {
     file.startMile = r.Number(f, kHeaderHead, 0);
     file.offset = r.Number(f, kHeaderHead, 1);
 
-    r.ExpectHeader(kHeaderPoints);
+    if (!r.Next(f)) r.Fail("missing the header '" + Join(kHeaderPoints) + "' (or '" + Join(kHeaderStart) + "')");
+    if (Reader::IsHeader(f, kHeaderStart)) {
+        ParseElements(r, file);
+        return file;
+    }
+    if (!Reader::IsHeader(f, kHeaderPoints))
+        r.Fail("expected the header '" + Join(kHeaderPoints) + "' (or '" + Join(kHeaderStart) + "')");
     while (r.Next(f)) {
         file.points.Add(ParsePoint(r, f));
         file.pointLines.push_back(r.line());

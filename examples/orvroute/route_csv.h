@@ -13,6 +13,25 @@
 // radius -1 means infinite (a straight). spiralA is required (> 0) for a
 // transition and may be empty otherwise; endRadius may be empty (0: the next
 // point's radius applies).
+//
+// The second form gives the design instead of the points: the start point
+// and direction, then one row per element, laid out with exact clothoids
+// (the route then evaluates in that mode):
+//
+//   start_mile,offset
+//   1000,0
+//   x,y,angle_deg
+//   0,0,20
+//   element,length,radius,start_radius,spiralA
+//   line,800,,,
+//   transition,,500,,250
+//   arc,700,500,,
+//   transition,,,500,250
+//   line,1200,,,
+//
+// Radii are signed, positive turning left; empty or 0 means infinite. A
+// transition runs from start_radius to radius and takes spiralA, or its
+// length when spiralA is empty.
 #pragma once
 
 #include <orvmath/route2.h>
@@ -44,6 +63,9 @@ struct RouteFile {
     double offset = 0.0;
     ORVMATH::CCriticalPointArray points;
     std::vector<int> pointLines;  // source line of each critical point
+    ORVMATH::ClothoidMode mode = ORVMATH::CLOTHOID_SERIES;  // CLOTHOID_EXACT for the element form
+    // The route the file describes.
+    ORVMATH::CRoute2 Route() const;
 };
 
 // Parses the text of a route file; `source` names it in messages. A UTF-8

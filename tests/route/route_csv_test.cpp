@@ -36,6 +36,31 @@ TEST(RouteCsv, ReadsPointsSkippingCommentsAndTheWriterRoundTrips) {
     EXPECT_TRUE(route == ORVMATH::CRoute2(g.points, g.startMile, g.offset));
 }
 
+// The design form of the sample road (20 degrees, 800 m, A = 250 into R = 500 left, 700 m, out, 1200 m): the first
+// transition starts 800 m along 20 degrees, (751.754096, 273.616114); chainage 800 + 125 + 700 + 125 + 1200. A
+// reverse transition (+500 to -500) is split in two, both from its row; a bad row is named by its line.
+TEST(RouteCsv, ReadsTheElementForm) {
+    std::istringstream in("start_mile,offset\n1000,0\nx,y,angle_deg\n0,0,20\nelement,length,radius,start_radius,spiralA\n"
+                          "line,800,,,\ntransition,,500,,250\narc,700,500,,\ntransition,,,500,250\nline,1200,,,\n"
+                          "transition,100,-500,500,\nline,10,,,\n");
+    const orvroute::RouteFile f = ParseRouteCsv(in, "d.csv");
+    ASSERT_EQ(f.points.GetSize(), 9);
+    EXPECT_NEAR(f.points[1].pt.x, 751.754096, 1e-6);
+    EXPECT_NEAR(f.points[1].pt.y, 273.616114, 1e-6);
+    EXPECT_EQ(f.pointLines, (std::vector<int>{6, 7, 8, 9, 10, 11, 11, 12, 12}));
+    const ORVMATH::CRoute2 route = f.Route();
+    EXPECT_EQ(route.GetClothoidMode(), ORVMATH::CLOTHOID_EXACT);
+    EXPECT_NEAR(route.GetEndMile(), 1000 + 2950 + 100 + 10, 1e-9);
+    std::istringstream bad("start_mile,offset\n0,0\nx,y,angle_deg\n0,0,0\nelement,length,radius,start_radius,spiralA\n"
+                           "line,10,,,\narc,10,,,\n");
+    try {
+        ParseRouteCsv(bad, "b.csv");
+        ADD_FAILURE() << "an arc without a radius was accepted";
+    } catch (const RouteCsvError& e) {
+        EXPECT_EQ(e.line(), 7);
+    }
+}
+
 TEST(RouteCsv, BadInputNamesTheLineAndColumn) {
     const struct { std::string text; int line, column; const char* says; } rows[] = {
         {"start_mile\n", 1, 0, "expected the header 'start_mile,offset'"},
