@@ -7,6 +7,8 @@ missing=()
 command -v cmake >/dev/null 2>&1 || missing+=(cmake)
 command -v g++ >/dev/null 2>&1 || missing+=(g++)
 command -v make >/dev/null 2>&1 || missing+=(make)
+# The packaging test builds a consumer through pkg-config.
+command -v pkg-config >/dev/null 2>&1 || missing+=(pkg-config)
 [ -f /usr/include/boost/numeric/ublas/matrix.hpp ] || missing+=(libboost-dev)
 [ -f /usr/include/gtest/gtest.h ] || missing+=(libgtest-dev)
 [ -f /usr/include/benchmark/benchmark.h ] || missing+=(libbenchmark-dev)
