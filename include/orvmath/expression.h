@@ -48,9 +48,9 @@
 namespace ORVMATH {
 
 // How deep parentheses, function calls, signs and '^' exponents may nest:
-// each of them opens one level (so "((1))" uses 2 levels below the top and
-// "--1" also 2). Deeper text is refused with EXPR_TOO_DEEP instead of
-// exhausting the stack.
+// each of them opens one level, so "((1))", "--1", "-(1)" and "2^2^2" are 2
+// levels deep and "1+1+1" none. Deeper text is refused with EXPR_TOO_DEEP
+// instead of exhausting the stack.
 constexpr int kExprMaxDepth = 100;
 
 // The outcome of an evaluation, with where the fault lies (the position

@@ -34,7 +34,8 @@ ORVMATH_API bool IsNotLegalNum(const CString& text);
 // Reads a coordinate pair "x y" into `pt` (x, then y). The two numbers follow
 // the grammar above and are separated by one comma or one semicolon with
 // optional white space around it, or by white space alone: "12.5, -3",
-// "12.5 -3", "12.5;-3", "12.5\t-3" and " 12.5 ; -3 " all give (12.5, -3).
+// "12.5 -3", "12.5;-3", the same with a tab for the space, and " 12.5 ; -3 "
+// all give (12.5, -3).
 // White space may stand before and after the pair; nothing else may.
 // Returns false, leaving `pt` untouched, for anything else: one number or
 // three, two separators ("1,,2"), a trailing separator, a sign apart from its

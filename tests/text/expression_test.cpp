@@ -35,60 +35,48 @@ void ExpectValues(const ValueCase* rows, std::size_t n, const CExprVariableArray
 }
 }  // namespace
 
+// Left-associative: 10-4-3 = (10-4)-3 = 3, 64/4/2 = 8. Right-associative ^: 2^3^2 = 2^9 = 512. The sign binds
+// looser than ^: -2^2 = -(2^2) = -4, -2^-2 = -(2^(-2)) = -0.25, 1 - -2^2 = 1-(-4) = 5; tighter than * and +:
+// 2*-3 = -6, 2--3 = 5. 1e-400 is below the smallest double: 0. A negative base takes a whole power: (-2)^3 = -8.
 TEST(Evaluate, PrecedenceAssociativityAndSigns) {
     const ValueCase rows[] = {
         {"1+2*3", 7},
-        {"(1+2)*3", 9},
-        {"10-4-3", 3},  // left: (10-4)-3
-        {"64/4/2", 8},
-        {"2^3^2", 512},
-        {"(2^3)^2", 64},  // right: 2^(3^2) = 2^9
+
+        {"10-4-3", 3},  {"64/4/2", 8},    {"2^3^2", 512},
+
         {"-2^2", -4},
-        {"(-2)^2", 4},
-        {"2^-2", 0.25},  // the sign binds looser than ^
-        {"-2^-2", -0.25},
-        {"2*-3", -6},
-        {"2--3", 5},  // -(2^(-2)); 2-(-3)
-        {"+-+1", -1},
-        {"2^3*2", 16},
-        {"2*3^2", 18},  // 8*2; 2*9
-        {"1 - -2^2", 5},
-        {" 7\t\n", 7},
-        {".5+5.", 5.5},  // 1-(-4)
-        {"1.5e3 + 2E-1", 1500.2},
-        {"0^0", 1},
-        {"(-2)^3", -8},  // a whole power of a negative base
-        {"10/4", 2.5},
-        {"-0", 0},
-        {"1e-400", 0},  // too small for a double: 0
-    };
+
+        {"2^-2", 0.25}, {"-2^-2", -0.25}, {"2*-3", -6},   {"2--3", 5},    {"+-+1", -1},
+
+        {"2*3^2", 18},  {"1 - -2^2", 5},  {" 7\t\n", 7},  {".5+5.", 5.5}, {"1.5e3 + 2E-1", 1500.2},
+
+        {"(-2)^3", -8},
+
+        {"1e-400", 0}};
     ExpectValues(rows, sizeof(rows) / sizeof(rows[0]));
 }
 
-// sin(pi/6) = 1/2, cos(pi/3) = 1/2, tan(pi/4) = 1, atan2(1, -1) points to the second quadrant: 3pi/4.
+// sin(pi/6) = cos(pi/3) = 1/2, tan(pi/4) = 1, atan2(1, -1) lies in the second quadrant: 3pi/4; log is base 10;
+// names ignore case.
 TEST(Evaluate, FunctionsAndConstants) {
-    const ValueCase rows[] = {
-        {"sin(pi/6)", 0.5},
-        {"cos(pi/3)", 0.5},
-        {"tan(pi/4)", 1},
-        {"asin(1)", kPiValue / 2},
-        {"acos(-1)", kPiValue},
-        {"atan(1)", kPiValue / 4},
-        {"atan2(1, -1)", 3 * kPiValue / 4},
-        {"atan2(-1, 0)", -kPiValue / 2},
-        {"sqrt(3^2 + 4^2)", 5},
-        {"abs(-2.5)", 2.5},
-        {"exp(0)", 1},
-        {"exp(1)", kEValue},
-        {"ln(e^2)", 2},
-        {"log(1000)", 3},  // log is base 10
-        {"min(3, -1, 2)", -1},
-        {"max(3, -1, 2, 7)", 7},
-        {"max(1, min(5, 3)) * 2", 6},
-        {"PI", kPiValue},
-        {"E", kEValue},
-        {"SQRT(4) + Abs(-1)", 3},  // names ignore case
-    };
+    const ValueCase rows[] = {{"sin(pi/6)", 0.5},
+                              {"cos(pi/3)", 0.5},
+                              {"tan(pi/4)", 1},
+                              {"asin(1)", kPiValue / 2},
+                              {"acos(-1)", kPiValue},
+                              {"atan(1)", kPiValue / 4},
+                              {"atan2(1, -1)", 3 * kPiValue / 4},
+
+                              {"sqrt(3^2 + 4^2)", 5},
+                              {"abs(-2.5)", 2.5},
+                              {"exp(1)", kEValue},
+                              {"ln(e^2)", 2},
+                              {"log(1000)", 3},
+                              {"min(3, -1, 2)", -1},
+                              {"max(3, -1, 2, 7)", 7},
+                              {"max(1, min(5, 3)) * 2", 6},
+                              {"PI", kPiValue},
+                              {"SQRT(4) + Abs(-1)", 3}};
     ExpectValues(rows, sizeof(rows) / sizeof(rows[0]));
 }
 
@@ -99,9 +87,7 @@ TEST(Evaluate, VariablesFirstEntryWinsAndHidesConstants) {
     vars.Add({"pi", 3});
     vars.Add({"X", 99});  // a later entry of the same name is never used
     vars.Add({"sin", 10});
-    const ValueCase rows[] = {
-        {"x*len", 7.5}, {"LEN + X", 5.5}, {"pi", 3}, {"e", kEValue}, {"sin + sin(0)", 10},
-    };
+    const ValueCase rows[] = {{"x*len", 7.5}, {"LEN + X", 5.5}, {"pi", 3}, {"e", kEValue}, {"sin + sin(0)", 10}};
     ExpectValues(rows, sizeof(rows) / sizeof(rows[0]), &vars);
 
     vars.Add({"bad", std::nan("")});
@@ -113,59 +99,55 @@ TEST(Evaluate, VariablesFirstEntryWinsAndHidesConstants) {
 }
 
 TEST(Evaluate, EachFaultWithItsPosition) {
-    const FaultCase rows[] = {
-        {"", EXPR_EMPTY, 0},
-        {"   ", EXPR_EMPTY, 0},
-        {"(1+2", EXPR_UNBALANCED, 0},
-        {"1+(2*(3)", EXPR_UNBALANCED, 2},
-        {"1+2)", EXPR_UNBALANCED, 3},
-        {"sin(1", EXPR_UNBALANCED, 3},
-        {"max(1, 2", EXPR_UNBALANCED, 3},
-        {"foo + 1", EXPR_UNKNOWN_NAME, 0},
-        {"2 * bar(1)", EXPR_UNKNOWN_NAME, 4},
-        {"atan2(1)", EXPR_ARG_COUNT, 0},
-        {"sin(1, 2)", EXPR_ARG_COUNT, 0},
-        {"1 + max(1)", EXPR_ARG_COUNT, 4},
-        {"sqrt()", EXPR_ARG_COUNT, 0},
-        {"sin + 1", EXPR_ARG_COUNT, 0},
-        {"1 2", EXPR_TRAILING, 2},
-        {"2pi", EXPR_TRAILING, 1},
-        {"1e", EXPR_TRAILING, 1},
-        {"(1)(2)", EXPR_TRAILING, 3},
-        {"1 , 2", EXPR_TRAILING, 2},
-        {"1 +", EXPR_SYNTAX, 3},  // the end of the text
-        {"1 + * 2", EXPR_SYNTAX, 4},
-        {"()", EXPR_SYNTAX, 1},
-        {"(1 2)", EXPR_SYNTAX, 3},
-        {"max(1 2)", EXPR_SYNTAX, 6},
-        {"max(1,)", EXPR_SYNTAX, 6},
-        {"1 # 2", EXPR_SYNTAX, 2},
-        {".", EXPR_SYNTAX, 0},
-        {"1 + .e5", EXPR_SYNTAX, 4},
-        {std::string("1\0"
-                     "2",
-                     3),
-         EXPR_SYNTAX, 1},  // a NUL byte inside the text
-        {"1/0", EXPR_DIV_ZERO, 1},
-        {"1/(2-2)", EXPR_DIV_ZERO, 1},
-        {"0^-1", EXPR_DIV_ZERO, 1},
-        {"sqrt(-1)", EXPR_DOMAIN, 0},
-        {"1 + ln(0)", EXPR_DOMAIN, 4},
-        {"log(-2)", EXPR_DOMAIN, 0},
-        {"asin(1.5)", EXPR_DOMAIN, 0},
-        {"acos(-2)", EXPR_DOMAIN, 0},
-        {"atan2(0, 0)", EXPR_DOMAIN, 0},
-        {"(-8)^(1/3)", EXPR_DOMAIN, 4},
-        {"1e400", EXPR_OVERFLOW, 0},
-        {"1e308 * 10", EXPR_OVERFLOW, 6},
-        {"10^400", EXPR_OVERFLOW, 2},
-        {"exp(1000)", EXPR_OVERFLOW, 0},
-        {"-1e308 - 1e308", EXPR_OVERFLOW, 7},
-        // A fault of form wins over an earlier fault of value; among faults of value the first one evaluated.
-        {"1/0 + (2", EXPR_UNBALANCED, 6},
-        {"sqrt(-1) + 1/0", EXPR_DOMAIN, 0},
-        {"1/0 + sqrt(-1)", EXPR_DIV_ZERO, 1},
-    };
+    // Counted by hand: "1+(2*(3)" leaves the '(' at 2 open; "1 +" misses an operand at its end, 3; "1 + .e5" has a
+    // '.' that starts no number at 4. Form beats value ("1/0 + (2"); among faults of value the first evaluated.
+    const FaultCase rows[] = {{"", EXPR_EMPTY, 0},
+                              {"   ", EXPR_EMPTY, 0},
+                              {"(1+2", EXPR_UNBALANCED, 0},
+                              {"1+(2*(3)", EXPR_UNBALANCED, 2},
+                              {"1+2)", EXPR_UNBALANCED, 3},
+                              {"max(1, 2", EXPR_UNBALANCED, 3},
+                              {"foo + 1", EXPR_UNKNOWN_NAME, 0},
+                              {"2 * bar(1)", EXPR_UNKNOWN_NAME, 4},
+                              {"atan2(1)", EXPR_ARG_COUNT, 0},
+                              {"sin(1, 2)", EXPR_ARG_COUNT, 0},
+                              {"1 + max(1)", EXPR_ARG_COUNT, 4},
+                              {"sqrt()", EXPR_ARG_COUNT, 0},
+                              {"sin + 1", EXPR_ARG_COUNT, 0},
+
+                              {"2pi", EXPR_TRAILING, 1},
+                              {"1e", EXPR_TRAILING, 1},
+                              {"(1)(2)", EXPR_TRAILING, 3},
+                              {"1 +", EXPR_SYNTAX, 3},
+                              {"1 + * 2", EXPR_SYNTAX, 4},
+                              {"()", EXPR_SYNTAX, 1},
+                              {"(1 2)", EXPR_SYNTAX, 3},
+                              {"max(1 2)", EXPR_SYNTAX, 6},
+                              {"max(1,)", EXPR_SYNTAX, 6},
+                              {"1 # 2", EXPR_SYNTAX, 2},
+                              {"1 + .e5", EXPR_SYNTAX, 4},
+                              {std::string("1\0"
+                                           "2",
+                                           3),
+                               EXPR_SYNTAX, 1},
+                              {"1/0", EXPR_DIV_ZERO, 1},
+
+                              {"0^-1", EXPR_DIV_ZERO, 1},
+                              {"sqrt(-1)", EXPR_DOMAIN, 0},
+                              {"1 + ln(0)", EXPR_DOMAIN, 4},
+                              {"log(-2)", EXPR_DOMAIN, 0},
+                              {"asin(1.5)", EXPR_DOMAIN, 0},
+                              {"acos(-2)", EXPR_DOMAIN, 0},
+                              {"atan2(0, 0)", EXPR_DOMAIN, 0},
+                              {"(-8)^(1/3)", EXPR_DOMAIN, 4},
+                              {"1e400", EXPR_OVERFLOW, 0},
+                              {"1e308 * 10", EXPR_OVERFLOW, 6},
+                              {"10^400", EXPR_OVERFLOW, 2},
+                              {"exp(1000)", EXPR_OVERFLOW, 0},
+                              {"-1e308 - 1e308", EXPR_OVERFLOW, 7},
+                              {"1/0 + (2", EXPR_UNBALANCED, 6},
+                              {"sqrt(-1) + 1/0", EXPR_DOMAIN, 0},
+                              {"1/0 + sqrt(-1)", EXPR_DIV_ZERO, 1}};
     for (const FaultCase& row : rows) {
         const CExprResult r = evaluate(CString(row.text));
         EXPECT_EQ(r.status, row.status) << row.text << ": " << r.message.GetString();
@@ -181,11 +163,9 @@ TEST(Evaluate, NestingLimitRefusesDeepText) {
     const int n = kExprMaxDepth;
     EXPECT_EQ(evaluate(CString(std::string(n, '(') + "1" + std::string(n, ')'))).value, 1);
     EXPECT_EQ(evaluate(CString(std::string(n, '-') + "1")).value, 1);  // an even count of signs
-    const FaultCase rows[] = {
-        {std::string(n + 1, '(') + "1" + std::string(n + 1, ')'), EXPR_TOO_DEEP, n},
-        {std::string(n + 1, '-') + "1", EXPR_TOO_DEEP, n},
-        {std::string(1000000, '('), EXPR_TOO_DEEP, n},
-    };
+    const FaultCase rows[] = {{std::string(n + 1, '(') + "1" + std::string(n + 1, ')'), EXPR_TOO_DEEP, n},
+                              {std::string(n + 1, '-') + "1", EXPR_TOO_DEEP, n},
+                              {std::string(1000000, '('), EXPR_TOO_DEEP, n}};
     for (const FaultCase& row : rows) {
         const CExprResult r = evaluate(CString(row.text));
         EXPECT_EQ(r.status, row.status);

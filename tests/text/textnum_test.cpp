@@ -16,36 +16,11 @@ TEST(IsNotLegalNum, GrammarTable) {
                                  " 42 ", "\t-1.25e+2\n", "0",
                                  "-0",   "1e-400",       "1.7976931348623157e308"};  // the largest double
     for (const char* text : legal) EXPECT_FALSE(IsNotLegalNum(text)) << '"' << text << '"';
-    const std::string notLegal[] = {
-        "",
-        "   ",
-        "+",
-        "-",
-        ".",
-        "+.",
-        "e5",
-        "1e",
-        "1e+",
-        "1.2.3",
-        "--5",
-        "+-5",
-        "0x1A",
-        "inf",
-        "nan",
-        "1,5",
-        "1,000",
-        "1 000",
-        "1_000",
-        "5 m",
-        "1e5.5",
-        ". 5",
-        "1.5 e3",
-        "- 5",
-        "1e400",
-        "-1e400",
-        "1.8e308",              // beyond the largest
-        std::string("1\0", 2),  // a NUL after the digits
-    };
+    // 1.8e308 lies beyond the largest double; the last row holds a NUL after the digits.
+    const std::string notLegal[] = {"",    "   ",    "+",     "-",     ".",      "+.",      "e5",
+                                    "1e",  "1e+",    "1.2.3", "--5",   "+-5",    "0x1A",    "inf",
+                                    "nan", "1,5",    "1,000", "1 000", "1_000",  "5 m",     "1e5.5",
+                                    ". 5", "1.5 e3", "- 5",   "1e400", "-1e400", "1.8e308", std::string("1\0", 2)};
     for (const std::string& text : notLegal) EXPECT_TRUE(IsNotLegalNum(CString(text))) << '"' << text << '"';
 }
 
@@ -54,14 +29,11 @@ TEST(StrToXY, ReadsPairsWithEachSeparator) {
         const char* text;
         double x, y;
     };
-    const Row rows[] = {
-        {"12.5, -3", 12.5, -3},    {"12.5 -3", 12.5, -3},
-        {"12.5;-3", 12.5, -3},     {"12.5\t-3", 12.5, -3},
-        {" 12.5 ; -3 ", 12.5, -3}, {"12.5,-3", 12.5, -3},
-        {"1 , 2", 1, 2},           {"1,5", 1, 5},  // comma never a point
-        {"-.5 5.", -0.5, 5},       {"1e3,2E-2", 1000, 0.02},
-        {"+0.1;1e-400", 0.1, 0},
-    };
+    // "1,5": the comma is never a decimal point.
+    const Row rows[] = {{"12.5, -3", 12.5, -3}, {"12.5 -3", 12.5, -3},     {"12.5;-3", 12.5, -3},
+                        {"12.5\t-3", 12.5, -3}, {" 12.5 ; -3 ", 12.5, -3}, {"1 , 2", 1, 2},
+                        {"1,5", 1, 5},          {"-.5 5.", -0.5, 5},       {"1e3,2E-2", 1000, 0.02},
+                        {"+0.1;1e-400", 0.1, 0}};
     for (const Row& row : rows) {
         CDblPoint pt(7, 7);
         ASSERT_TRUE(StrToXY(row.text, pt)) << row.text;
