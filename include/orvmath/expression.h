@@ -56,21 +56,38 @@ constexpr int kExprMaxDepth = 100;
 // The outcome of an evaluation, with where the fault lies (the position
 // named for each status).
 enum ExprStatus : int {
-    EXPR_OK = 0,        // the value is in CExprResult::value
-    EXPR_EMPTY,         // nothing but white space; position 0
-    EXPR_SYNTAX,        // a character that starts no token, or a token where an operand, an operator, ',' or ')'
-                        // was needed; the position of that character or token (the text's length at its end)
-    EXPR_UNBALANCED,    // a '(' never closed (its position) or a ')' never opened (its position)
-    EXPR_UNKNOWN_NAME,  // a name that is no function (when followed by '('), variable or constant; its position
-    EXPR_ARG_COUNT,     // a function given the wrong number of arguments, or named without '('; the name's position
-    EXPR_TRAILING,      // a complete expression followed by more text; the position of the first extra token
-    EXPR_TOO_DEEP,      // nesting deeper than kExprMaxDepth; the position of the token that went too deep
-    EXPR_DIV_ZERO,      // x / 0, or 0 ^ y with y < 0; the operator's position
-    EXPR_DOMAIN,        // outside a function's domain: sqrt(x < 0), ln and log (x <= 0), asin and acos (|x| > 1),
-                        // atan2(0, 0), x ^ y with x < 0 and y not whole, a variable that is not finite;
-                        // the function's, operator's or variable's position
-    EXPR_OVERFLOW,      // a number, an operation or a function whose result is too large for a double;
-                        // the number's, operator's or function's position
+    // The value is in CExprResult::value.
+    EXPR_OK = 0,
+    // Nothing but white space; position 0.
+    EXPR_EMPTY,
+    // A character that starts no token, or a token where an operand, an
+    // operator, ',' or ')' was needed; the position of that character or
+    // token (the text's length when the text ended too soon).
+    EXPR_SYNTAX,
+    // A '(' never closed (its position) or a ')' never opened (its position).
+    EXPR_UNBALANCED,
+    // A name that is no function (when followed by '('), variable or
+    // constant; its position.
+    EXPR_UNKNOWN_NAME,
+    // A function given the wrong number of arguments, or named without '(';
+    // the name's position.
+    EXPR_ARG_COUNT,
+    // A complete expression followed by more text; the position of the first
+    // extra token.
+    EXPR_TRAILING,
+    // Nesting deeper than kExprMaxDepth; the position of the token that went
+    // too deep.
+    EXPR_TOO_DEEP,
+    // x / 0, or 0 ^ y with y < 0; the operator's position.
+    EXPR_DIV_ZERO,
+    // Outside a function's domain: sqrt(x < 0), ln and log (x <= 0), asin
+    // and acos (|x| > 1), atan2(0, 0), x ^ y with x < 0 and y not whole, a
+    // variable that is not finite; the function's, operator's or variable's
+    // position.
+    EXPR_DOMAIN,
+    // A number, an operation or a function whose result is too large for a
+    // double; the number's, operator's or function's position.
+    EXPR_OVERFLOW,
 };
 
 // The result of evaluate: on success status EXPR_OK, the value, position -1
