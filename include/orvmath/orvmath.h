@@ -36,3 +36,5 @@
 #include <orvmath/vector3d.h>
 #include <orvmath/matrix4.h>
 #include <orvmath/coordsys.h>
+#include <orvmath/expression.h>
+#include <orvmath/textnum.h>
