@@ -24,10 +24,13 @@ namespace ORVMATH {
 
 // What fills the gap at a vertex where the offset edges part.
 enum OffsetJoin : int {
-    OFFSET_JOIN_ROUND = 0,   // an arc about the vertex, of radius |d|
-    OFFSET_JOIN_MITER = 1,   // the two offset edges extended to meet, cut square where the meeting point lies
-                             // more than miterLimit * |d| from the vertex
-    OFFSET_JOIN_SQUARE = 2,  // cut square at |d| from the vertex, across the bisector
+    // An arc about the vertex, of radius |d|.
+    OFFSET_JOIN_ROUND = 0,
+    // The two offset edges extended to meet, cut square where the meeting
+    // point lies more than miterLimit * |d| from the vertex.
+    OFFSET_JOIN_MITER = 1,
+    // Cut square at |d| from the vertex, across the bisector.
+    OFFSET_JOIN_SQUARE = 2,
 };
 
 // How a polyline's buffer ends at its first and last vertex.
