@@ -190,6 +190,16 @@ public:
     // Appends the crossings with each piece of the polyline (both bounded); a
     // crossing at a shared vertex is reported by both pieces. `out` is not cleared.
     void Intersection(const CDblPointArray& polyline, CDblPointArray& out) const;
+    // The pieces of the segment inside and outside the simple polygon (convex
+    // or not), each array emptied first, then filled in order from the start,
+    // every piece in this segment's direction. A point within
+    // CDistanceEpsilon of an edge counts as inside, so a piece along an edge
+    // is inside and a mere touch makes no piece; crossings end one piece and
+    // start the next, and no piece is shorter than CDistanceEpsilon unless
+    // the segment is. A polygon of fewer than three vertices or of zero area
+    // encloses nothing; a non-finite coordinate gives no pieces. The clipping
+    // family of clip.h.
+    void ClipByPolygon(const CDblPointArray& polygon, CLine2Array& inside, CLine2Array& outside) const;
 
     // ---- chamfers: the result is the chamfer segment, of vector (dx, dy) ----
     // The corner X of the two infinite lines must lie ahead of both starts

@@ -30,6 +30,7 @@
 #include <orvmath/polyline2.h>
 #include <orvmath/polygon2.h>
 #include <orvmath/polygonoffset.h>
+#include <orvmath/clip.h>
 #include <orvmath/route2.h>
 #include <orvmath/routedesign.h>
 #include <orvmath/landxml.h>
