@@ -77,19 +77,21 @@ constexpr double kFilletHalfTurnSine = 1e-6;
 //   - the carriers cut each other into pieces at the points where they meet
 //     (a line at most into three, a circle into arcs); a candidate stays only
 //     when T1 lies on the piece of the first carrier under pick1 (the pick
-//     projected on the carrier) and T2 on the piece under pick2. A pick
-//     within the distance epsilon (CDistanceEpsilon) of a cut, or exactly at
-//     a circle's centre, does not restrict its curve. Carriers that do not
-//     meet are one piece each;
-//   - of those, the one with the smallest |T1 - pick1| + |T2 - pick2| wins
-//     (the first generated on a tie).
+//     projected on the carrier) and T2 on the piece under pick2. A pick or a
+//     tangent point within the distance epsilon (CDistanceEpsilon) of a cut,
+//     or a pick exactly at a circle's centre, does not restrict its curve.
+//     Carriers that do not meet are one piece each. Candidates whose T1 and
+//     T2 coincide (CDblPointEpsilon) are dropped;
+//   - of those left, the one with the smallest |T1 - pick1| + |T2 - pick2|
+//     wins (the first found on a tie).
 // For two lines this is the fillet in the corner of the two rays from their
 // crossing that hold the picks, wherever along them the picks lie.
 //
 // The fillet runs from T1 to T2 the shorter way round (|sweep| < pi). When T1
-// and T2 are opposite (a half turn within kFilletHalfTurnSine), it leaves T1
-// heading away from pick1 (counter-clockwise when neither way does), so that
-// the part of the first curve on the pick's side is the one kept. `t1` and `t2`, when given, receive T1 and T2.
+// and T2 are opposite (a half turn within kFilletHalfTurnSine) it is a half
+// circle that leaves T1 heading away from pick1 (counter-clockwise when
+// neither way does), so that the part of the first curve on the pick's side
+// is the one kept. `t1` and `t2`, when given, receive T1 and T2.
 //
 // With `trim`, each segment or arc gets its tangent point as one of its ends,
 // so that the first curve, the fillet and the second curve join smoothly:
@@ -104,8 +106,9 @@ constexpr double kFilletHalfTurnSine = 1e-6;
 // Null arc, nothing changed, pointers untouched, for R <= 0, anything not
 // finite, a degenerate curve (a segment whose ends coincide, a radius <= 0, an
 // arc of sweep 0), no candidate left (parallel lines, no circle of radius R
-// touches both in the picked pieces), T1 equal to T2, or a trim that would
-// leave a curve of zero length.
+// touches both in the picked pieces), or a trim that would leave a segment or
+// an arc of zero length (it lay wholly on the removed side with an end at
+// its tangent point).
 ORVMATH_API CArc2 CalFillet(CLine2& curve1, const CDblPoint& pick1, CLine2& curve2, const CDblPoint& pick2, double R,
                             bool trim, CDblPoint* t1 = nullptr, CDblPoint* t2 = nullptr);
 // The same for the other pairs of curve kinds.
