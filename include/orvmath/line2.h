@@ -111,6 +111,21 @@ public:
     // Appends the n - 1 inner points that divide the segment into n equal
     // parts, from the start; nothing for n of 0 or 1. `out` is not cleared.
     void EqualDistPoints(unsigned int n, CDblPointArray& out) const;
+    // Volume swept when the closed outline (polygon vertices in order, either
+    // orientation, the closing edge implied) turns by `angle` radians about
+    // the infinite line of this segment. Each side of the axis turns in its
+    // own half-space: for |angle| <= pi the volume is |angle| times the sum of
+    // the first moments about the axis of the outline's parts on the two sides
+    // (Pappus: |area| x centroid distance x |angle| for an outline wholly on
+    // one side). Beyond pi the part on one side sweeps through space that the
+    // other part, folded across the axis, has swept already (over 2 (|angle| -
+    // pi) of the turn); that space counts once. A full turn or more is a full
+    // turn, the solid of revolution; the sign of `angle` does not matter. A
+    // self-intersecting outline covers the points it winds round (non-zero
+    // rule). 0 for an outline of no area; -1 for fewer than 3 vertices, an
+    // axis whose ends coincide (CDblPointEpsilon), a coordinate or an angle
+    // that is not finite, or a volume that overflows.
+    double GetRotateVolume(const CDblPointArray& outline, double angle) const;
 
     // ---- placement: Self forms change the segment, plain forms copy ----
     CLine2& SelfMove(double dx, double dy) noexcept;

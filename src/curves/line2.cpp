@@ -8,8 +8,10 @@
 #include <orvmath/intersect.h>
 #include <orvmath/pointline.h>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace ORVMATH {
 
@@ -383,6 +385,141 @@ CLine2 CLine2::ChamferStartEnd(CLine2& other, double dx, double dy) {
     const CLine2 chamfer = ChamferStartStart(other, dx, dy);
     other.SelfReverse();
     return chamfer;
+}
+
+// ---- volume of revolution ----
+//
+// The outline is taken in the frame of the axis: s along it, r the signed
+// distance to its left. A point of space at angle phi round the axis, with
+// meridian coordinates (s, rho), lies in the solid when the outline's part
+// above the axis (U), turned through [0, a], or its part below folded up (D),
+// turned through [pi, pi + a], covers (s, rho). By Pappus a region of first
+// moment M about the axis turned through a sweeps a * M, and for a > pi the
+// two turns overlap over 2 (a - pi), so
+//   V = a (M(U) + M(D)) - 2 max(0, a - pi) M(U and D).
+// One sweep across s gives the three moments: between consecutive vertices
+// (and the crossings of edges found on the way) the edges are ordered
+// straight lines, and each strip between neighbours is a trapezoid whose
+// moment is exact.
+
+namespace {
+
+// Relative size, against the outline's extent, below which two edges that
+// seem to swap order within a strip are taken as touching, not crossing.
+constexpr double kSweepCrossSlack = 1e-12;
+
+enum SweepOwner { kOutline = 0, kFolded = 1, kAxis = 2 };
+
+// An edge of the outline (or of its image folded across the axis), s1 != s2;
+// `sign` is the direction along s, for the winding count.
+struct SweepEdge {
+    double s1, r1, s2, r2;
+    int owner, sign;
+    double RAt(double s) const noexcept { return r1 + (r2 - r1) * ((s - s1) / (s2 - s1)); }
+};
+
+// An edge within a strip [lo, hi]: its distances from the axis at the two sides.
+struct StripEdge {
+    double ra, rb;
+    int owner, sign;
+};
+
+struct SweepMoments {
+    double upper = 0.0, lower = 0.0, both = 0.0;  // M(U), M(D), M(U and D)
+};
+
+// Adds the moments of the slab [lo, hi], crossed in full by `active`.
+void AddSlab(double lo, double hi, const std::vector<const SweepEdge*>& active, double slack, SweepMoments& m) {
+    std::vector<std::pair<double, double>> todo{{lo, hi}};
+    std::vector<StripEdge> edges;
+    while (!todo.empty()) {
+        const double a = todo.back().first, b = todo.back().second;
+        todo.pop_back();
+        edges.assign(1, StripEdge{0.0, 0.0, kAxis, 0});  // the axis splits strips that reach across it
+        for (const SweepEdge* e : active) edges.push_back(StripEdge{e->RAt(a), e->RAt(b), e->owner, e->sign});
+        // Ordered in the middle, where edges that meet at a side of the slab are already apart.
+        std::sort(edges.begin(), edges.end(),
+                  [](const StripEdge& p, const StripEdge& q) { return p.ra + p.rb < q.ra + q.rb; });
+        // Neighbours in the wrong order at a side cross within the slab: split at the crossing.
+        bool split = false;
+        for (std::size_t i = 0; i + 1 < edges.size() && !split; ++i) {
+            const double da = edges[i + 1].ra - edges[i].ra, db = edges[i + 1].rb - edges[i].rb;
+            if (!(da < -slack) && !(db < -slack)) continue;
+            const double s = a + (b - a) * (da / (da - db));
+            if (s > a && s < b) {
+                todo.push_back({a, s});
+                todo.push_back({s, b});
+                split = true;
+            }
+        }
+        if (split) continue;
+        int winding[2] = {0, 0};
+        bool above = false;
+        for (std::size_t i = 0; i + 1 < edges.size(); ++i) {
+            const StripEdge &e = edges[i], &n = edges[i + 1];
+            if (e.owner == kAxis)
+                above = true;
+            else
+                winding[e.owner] += e.sign;
+            const bool inU = winding[kOutline] != 0, inD = winding[kFolded] != 0;
+            if (!above || !(inU || inD)) continue;
+            // The integral of r over the trapezoid, (1/2) * integral of (top^2 - bottom^2) ds.
+            const double dm =
+                (b - a) / 6.0 * (n.ra * n.ra + n.ra * n.rb + n.rb * n.rb - e.ra * e.ra - e.ra * e.rb - e.rb * e.rb);
+            if (inU) m.upper += dm;
+            if (inD) m.lower += dm;
+            if (inU && inD) m.both += dm;
+        }
+    }
+}
+
+}  // namespace
+
+double CLine2::GetRotateVolume(const CDblPointArray& outline, double angle) const {
+    const INT_PTR n = outline.GetSize();
+    const bool axisOk = std::isfinite(start.x) && std::isfinite(start.y) && std::isfinite(end.x) &&
+                        std::isfinite(end.y) && !(start == end);
+    if (n < 3 || !axisOk || !std::isfinite(angle)) return -1.0;
+    const double len = Length(), ux = (end.x - start.x) / len, uy = (end.y - start.y) / len;
+    std::vector<double> s(static_cast<std::size_t>(n)), r(s.size());
+    double extent = 0.0;
+    for (std::size_t i = 0; i < s.size(); ++i) {
+        const CDblPoint& p = outline[static_cast<INT_PTR>(i)];
+        if (!std::isfinite(p.x) || !std::isfinite(p.y)) return -1.0;
+        const double dx = p.x - start.x, dy = p.y - start.y;
+        s[i] = dx * ux + dy * uy;
+        r[i] = ux * dy - uy * dx;
+        extent = std::max({extent, std::fabs(s[i] - s[0]), std::fabs(r[i])});
+    }
+    // Edges along the axis direction's normal add nothing to any strip.
+    std::vector<SweepEdge> edges;
+    for (std::size_t i = 0; i < s.size(); ++i) {
+        const std::size_t j = (i + 1) % s.size();
+        if (s[i] == s[j]) continue;
+        const int sign = s[j] > s[i] ? 1 : -1;
+        edges.push_back(SweepEdge{s[i], r[i], s[j], r[j], kOutline, sign});
+        edges.push_back(SweepEdge{s[i], -r[i], s[j], -r[j], kFolded, sign});
+    }
+    std::sort(edges.begin(), edges.end(),
+              [](const SweepEdge& p, const SweepEdge& q) { return std::min(p.s1, p.s2) < std::min(q.s1, q.s2); });
+    std::vector<double> events(s);
+    std::sort(events.begin(), events.end());
+    events.erase(std::unique(events.begin(), events.end()), events.end());
+    SweepMoments m;
+    std::vector<const SweepEdge*> active;
+    std::size_t next = 0;
+    for (std::size_t k = 0; k + 1 < events.size(); ++k) {
+        const double lo = events[k];
+        for (; next < edges.size() && std::min(edges[next].s1, edges[next].s2) <= lo; ++next)
+            active.push_back(&edges[next]);
+        active.erase(std::remove_if(active.begin(), active.end(),
+                                    [lo](const SweepEdge* e) { return std::max(e->s1, e->s2) <= lo; }),
+                     active.end());
+        AddSlab(lo, events[k + 1], active, kSweepCrossSlack * extent, m);
+    }
+    const double a = std::min(std::fabs(angle), k2Pi);
+    const double volume = a * (m.upper + m.lower) - 2.0 * std::max(0.0, a - kPi) * m.both;
+    return std::isfinite(volume) ? std::max(0.0, volume) : -1.0;
 }
 
 // ---- free functions ----

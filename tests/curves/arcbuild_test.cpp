@@ -82,3 +82,118 @@ TEST(CalArc, FromPointsTangentsAndCentre) {
     ExpectArc(CalArcFromCSE({0, 0}, {1, 0}, {3, 0}, true), 0, 0, 1, 0, 2 * kPi);
     EXPECT_TRUE(CalArcFromCSE({0, 0}, {0, 0}, {3, 0}, true).IsNull());
 }
+
+namespace {
+void ExpectLine(const CLine2& l, const CLine2& want) {
+    EXPECT_TRUE(std::fabs(l.start.x - want.start.x) < kTol && std::fabs(l.start.y - want.start.y) < kTol &&
+                std::fabs(l.end.x - want.end.x) < kTol && std::fabs(l.end.y - want.end.y) < kTol)
+        << l.start.x << "," << l.start.y << " - " << l.end.x << "," << l.end.y;
+}
+}  // namespace
+
+// The x and y axes with R = 1: the picks choose the ray of each axis, wherever along it (0.5 and 0.2 lie between the
+// corner and the tangent points). Quadrant (sx, sy): centre (sx, sy), tangent points (sx, 0) and (0, sy), the arc
+// starts at -sy * pi/2 and turns a quarter toward the corner, clockwise when sx * sy > 0. Trimmed, each axis keeps
+// its direction and runs between its tangent point and its picked end. With picks (-5, 0) and (0, 5) (centre
+// (-1, 1)) segments short of the corner are extended, one lying wholly past its tangent point turns round, and
+// without trim nothing moves.
+TEST(CalFillet, TwoLinesTakeTheCornerOfThePickedRaysAndTrimToTheTangentPoints) {
+    const double rows[][4] = {{3, 3, 1, 1}, {-3, 3, -1, 1}, {-3, -3, -1, -1}, {3, -3, 1, -1}, {0.5, 0.2, 1, 1}};
+    for (const auto& r : rows) {  // pick1 x, pick2 y, sx, sy
+        const double sx = r[2], sy = r[3];
+        CLine2 x(-5, 0, 5, 0), y(0, -5, 0, 5);
+        CDblPoint t1, t2;
+        ExpectArc(CalFillet(x, {r[0], 0}, y, {0, r[1]}, 1, true, &t1, &t2), sx, sy, 1, -sy * kPi / 2,
+                  -sx * sy * kPi / 2);
+        EXPECT_TRUE(t1 == CDblPoint(sx, 0) && t2 == CDblPoint(0, sy));
+        ExpectLine(x, sx > 0 ? CLine2(sx, 0, 5, 0) : CLine2(-5, 0, sx, 0));
+        ExpectLine(y, sy > 0 ? CLine2(0, sy, 0, 5) : CLine2(0, -5, 0, sy));
+    }
+    // clang-format off
+    struct Trim { CLine2 a, b, wantA, wantB; bool trim; } trims[] = {
+        {{-9, 0, -3, 0}, {0, 9, 0, 2}, {-9, 0, -1, 0}, {0, 9, 0, 1}, true},
+        {{2, 0, 6, 0}, {0, 5, 0, -5}, {2, 0, -1, 0}, {0, 5, 0, 1}, true},
+        {{-9, 0, -3, 0}, {0, 9, 0, 2}, {-9, 0, -3, 0}, {0, 9, 0, 2}, false}};
+    // clang-format on
+    for (Trim& r : trims) {
+        ExpectArc(CalFillet(r.a, {-5, 0}, r.b, {0, 5}, 1, r.trim), -1, 1, 1, -kPi / 2, kPi / 2);
+        ExpectLine(r.a, r.wantA);
+        ExpectLine(r.b, r.wantB);
+    }
+}
+
+// The line y = 0 and the circle about (0, 2) of radius 1, R = 1: the offsets y = 1 and radius 2 meet at
+// (+-sqrt 3, 1); the picks (5, 0) and (2, 2) take (sqrt 3, 1), T1 = (sqrt 3, 0), T2 = (0, 2) + (sqrt 3, -1) / 2,
+// at -30 degrees on the circle and 150 on the fillet: clockwise from -90 to 150 degrees is -120. The line keeps
+// x >= sqrt 3, the circle stays whole; an arc on that circle (the upper half) starts at T2 instead, growing to
+// 210 degrees. With the arc first the fillet runs back, counter-clockwise from 150 degrees.
+// Circles about (0, 0) and (4, 0) of radius 1, R = 1.5: the offsets of radius 2.5 meet at (2, +-1.5), so T1 =
+// (0.8, +-0.6), T2 = (3.2, +-0.6), a turn of 2 asin 0.8 (chord 2.4 on radius 1.5) from atan2(-+0.9, -1.2); as upper
+// half arcs they keep the parts beyond the tangent points, from atan 0.75 to pi and from 0 to pi - atan 0.75.
+TEST(CalFillet, LinesArcsAndCirclesInEitherOrder) {
+    CLine2 line(-10, 0, 10, 0), again(-10, 0, 10, 0);
+    CCircle2 circle({0, 2}, 1), c1({0, 0}, 1), c2({4, 0}, 1);
+    CDblPoint t2;
+    ExpectArc(CalFillet(line, {5, 0}, circle, {2, 2}, 1, true, nullptr, &t2), kR3, 1, 1, -kPi / 2, -2 * kPi / 3);
+    EXPECT_TRUE(t2 == CDblPoint(kR3 / 2, 1.5) && circle.centre == CDblPoint(0, 2) && circle.radius == 1);
+    ExpectLine(line, {kR3, 0, 10, 0});
+    CArc2 arc({0, 2}, 1, 0, kPi);
+    ExpectArc(CalFillet(arc, {2, 2}, again, {5, 0}, 1, true), kR3, 1, 1, 5 * kPi / 6, 2 * kPi / 3);
+    ExpectArc(arc, 0, 2, 1, -kPi / 6, 7 * kPi / 6);
+    ExpectLine(again, {kR3, 0, 10, 0});
+    const double turn = 2 * std::asin(0.8), start = std::atan2(-0.9, -1.2), a0 = std::atan(0.75);
+    ExpectArc(CalFillet(c1, {0, 1.2}, c2, {4, 1.2}, 1.5, true), 2, 1.5, 1.5, start, turn);
+    ExpectArc(CalFillet(c1, {0, -1.2}, c2, {4, -1.2}, 1.5, true), 2, -1.5, 1.5, -start, -turn);
+    CArc2 a1({0, 0}, 1, 0, kPi), a2({4, 0}, 1, 0, kPi);
+    ExpectArc(CalFillet(a1, {0, 1.2}, a2, {4, 1.2}, 1.5, true), 2, 1.5, 1.5, start, turn);
+    ExpectArc(a1, 0, 0, 1, a0, kPi - a0);
+    ExpectArc(a2, 4, 0, 1, 0, kPi - a0);
+}
+
+// The line y = 0 cuts the circle about the origin of radius 2 at (+-2, 0); R = 1. Picks on an outer ray and a half
+// circle give the outer fillet about (+-sqrt 8, +-1), T2 = 2/3 of the centre, turning acos(1/3) (Python: atan2 of
+// T1 and T2 about the centre). A pick on the chord with the upper half gives the fillet about (0, 1) inside: T1 =
+// (0, 0) and T2 = (0, 2) are opposite, so it leaves T1 away from the pick (+-1, 0): clockwise through (-1, 1) for
+// +1. Circles about (-+2, 0) of radius 1 with R = 1 likewise touch the fillet about the origin at opposite points.
+TEST(CalFillet, PicksChooseThePiecesTheCurvesCutEachOtherIntoAndTheSideOfAHalfCircle) {
+    const double r8 = std::sqrt(8.0), turn = std::acos(1.0 / 3.0);
+    // clang-format off
+    struct Row { double p1x, p2y, cx, cy, start, sweep; } rows[] = {
+        {4, 2, r8, 1, -kPi / 2, -turn}, {4, -2, r8, -1, kPi / 2, turn}, {-4, 2, -r8, 1, -kPi / 2, turn},
+        {1, 2, 0, 1, -kPi / 2, -kPi}, {-1, 2, 0, 1, -kPi / 2, kPi}};
+    // clang-format on
+    for (const Row& r : rows) {
+        CLine2 line(-5, 0, 5, 0);
+        CCircle2 circle({0, 0}, 2), left({-2, 0}, 1), right({2, 0}, 1);
+        ExpectArc(CalFillet(line, {r.p1x, 0}, circle, {0, r.p2y}, 1, false), r.cx, r.cy, 1, r.start, r.sweep);
+        // Picks above the circles: the fillet leaves (-1, 0) downward, the lower half.
+        ExpectArc(CalFillet(left, {-2, r.p2y / 2}, right, {2, r.p2y / 2}, 1, false), 0, 0, 1, kPi,
+                  r.p2y > 0 ? kPi : -kPi);
+    }
+    // Lines at 30 degrees picked 0.1 from the corner keep the 30 degree corner (the tangent points of the wider
+    // corner would lie nearer the picks): centre (1 / tan 15, 1) = (2 + sqrt 3, 1), a turn of 180 - 30 degrees.
+    CLine2 x(-5, 0, 5, 0), slope(0, 0, 5 * kR3 / 2, 2.5);
+    ExpectArc(CalFillet(x, {0.1, 0}, slope, {0.1 * kR3 / 2, 0.05}, 1, false), 2 + kR3, 1, 1, -kPi / 2, -5 * kPi / 6);
+}
+
+TEST(CalFillet, ImpossibleInputGivesTheNullArcAndChangesNothing) {
+    const double nan = std::nan("");
+    CLine2 x(-1, 0, 1, 0), y(0, -5, 0, 5), parallel(0, 2, 5, 2), dot(1, 1, 1, 1);
+    CCircle2 far({0, 5}, 1), chord({0, 0}, 2), none;
+    CArc2 flat({0, 0}, 1, 0.5, 0);
+    CDblPoint t1(7, 7);
+    const CDblPoint p(3, 0), q(0, 3);
+    for (double R : {0.0, -1.0, nan, HUGE_VAL}) EXPECT_TRUE(CalFillet(x, p, y, q, R, true, &t1).IsNull());
+    // clang-format off
+    // Last: a gap of 4 is more than 2R; no circle of 1.5 in the half disc; T1 = (1, 0) is the end x keeps.
+    const CArc2 results[] = {
+        CalFillet(x, {nan, 0}, y, q, 1, true, &t1), CalFillet(x, p, parallel, q, 1, true, &t1),
+        CalFillet(dot, p, y, q, 1, true, &t1), CalFillet(x, p, none, q, 1, true, &t1),
+        CalFillet(flat, p, y, q, 1, true, &t1), CalFillet(x, p, far, q, 1, true, &t1),
+        CalFillet(x, {1, 0}, chord, {0, 2}, 1.5, true, &t1), CalFillet(x, p, y, q, 1, true, &t1)};
+    // clang-format on
+    for (const CArc2& a : results) EXPECT_TRUE(a.IsNull());
+    ExpectLine(x, {-1, 0, 1, 0});
+    ExpectLine(y, {0, -5, 0, 5});
+    EXPECT_TRUE(t1 == CDblPoint(7, 7) && flat.startAngle == 0.5 && far.radius == 1);
+}

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 using namespace ORVMATH;
 
@@ -167,4 +168,37 @@ TEST(IsSameDirectLine, ComparesDirectionsIncludingTheKeptHorizontalQuirk) {
         {CLine2(0, 0, 2, 0), CLine2(0, 0, 4, 3), true},  // dy1 := 1, dy2 := 2: -2/1 == -4/2
     };
     for (const Row& r : rows) EXPECT_EQ(IsSameDirectLine(r.a, r.b), r.same);
+}
+
+// Volumes of revolution. By hand (Pappus, area x centroid distance x angle): the unit square 1 to 2 from the axis
+// gives 2 pi * 1.5 = 3 pi a turn, also about an oblique axis (the same square placed along (0.6, 0.8)); the triangle
+// (0,1), (3,1), (0,4) has area 4.5 and centroid 2 from the axis. The rectangle 0 <= x <= 1, -1 <= y <= 2 crosses the
+// axis: above, moment 2 * 1 = 2, below 1 * 0.5; the folded lower part lies in the upper one, counted once beyond pi:
+// at 3pi/2, 1.5 pi * 2.5 - 2 * (pi/2) * 0.5 = 3.25 pi; a full turn is the cylinder of radius 2, 4 pi. The concave
+// outline's values come from shapely (the parts above and below, the lower folded, moments area x centroid y) in
+// V = a (MU + MD) - 2 max(0, a - pi) M(U and D); a Monte Carlo count of the swept solid agreed within 0.1%. Also: the
+// square clockwise turned backwards, more than a turn (a turn), no turn, a square with an edge on the axis (the
+// cylinder of radius 1), no area; -1 for no axis, two vertices, NaN and an infinite angle.
+TEST(CLine2, RotateVolumeTurnsEachSideInItsHalfSpaceAndCountsOverlapOnce) {
+    const double nan = std::nan("");
+    const CLine2 x(0, 0, 1, 0);
+    const std::vector<CDblPoint> square{{0, 1}, {1, 1}, {1, 2}, {0, 2}}, cross{{0, -1}, {1, -1}, {1, 2}, {0, 2}},
+        concave{{0, -2}, {4, -1}, {3, 2}, {2, 0.5}, {1, 3}, {-1, 1}};
+    // clang-format off
+    struct Row { CLine2 axis; std::vector<CDblPoint> outline; double angle, volume; } rows[] = {
+        {x, square, 2 * kPi, 3 * kPi}, {x, {{0, 2}, {1, 2}, {1, 1}, {0, 1}}, -kPi / 2, 0.75 * kPi},
+        {x, square, 7 * kPi, 3 * kPi}, {x, square, 0, 0},
+        {CLine2(0, 0, 3, 4), {{-0.8, 0.6}, {-0.2, 1.4}, {-1.0, 2.0}, {-1.6, 1.2}}, 2 * kPi, 3 * kPi},
+        {x, {{0, 1}, {3, 1}, {0, 4}}, kPi / 3, 3 * kPi}, {x, {{0, 0}, {1, 0}, {1, 1}, {0, 1}}, 2 * kPi, kPi},
+        {x, cross, kPi / 2, 1.25 * kPi}, {x, cross, 1.5 * kPi, 3.25 * kPi}, {x, cross, 2 * kPi, 4 * kPi},
+        {x, concave, kPi / 2, 19.5476876223365}, {x, concave, 1.5 * kPi, 45.5054358043052},
+        {x, concave, 2 * kPi, 51.9154963639375}, {x, {{0, 1}, {1, 2}, {2, 3}}, kPi, 0},
+        {CLine2(1, 1, 1, 1), square, kPi, -1}, {x, {{0, 1}, {1, 1}}, kPi, -1},
+        {x, {{0, 1}, {1, nan}, {1, 2}}, kPi, -1}, {x, square, nan, -1}, {x, square, HUGE_VAL, -1}};
+    // clang-format on
+    for (const Row& r : rows) {
+        CDblPointArray outline;
+        for (const CDblPoint& p : r.outline) outline.Add(p);
+        EXPECT_NEAR(r.axis.GetRotateVolume(outline, r.angle), r.volume, 1e-9) << r.outline.size() << " " << r.angle;
+    }
 }
