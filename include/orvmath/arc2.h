@@ -17,6 +17,12 @@
 //
 // Edits come in pairs: SelfName(...) changes the arc and returns it,
 // Name(...) const returns an edited copy (derived with ORVMATH_COPYING_FORM).
+// This holds for the length edits and trims too: arc.ExTrimEnd(line)
+// returns a trimmed copy, where CLine2's ExTrimEnd and LengthenEnd change
+// the segment in place.
+//
+// Positions along the arc are relative parameters: 0 at the start, 1 at the
+// end (Point, AngleToParam, NearestParam).
 #pragma once
 
 #include <orvmath/circle2.h>
@@ -24,6 +30,7 @@
 #include <orvmath/export.h>
 #include <orvmath/line2.h>
 #include <orvmath/point2.h>
+#include <orvmath/rect.h>
 #include <orvmath/selfcopy.h>
 
 #include <cmath>
@@ -41,9 +48,7 @@ public:
     CArc2(const CDblPoint& c, double r, double start, double sweep) noexcept;
 
     // Every field exactly zero.
-    bool IsNull() const noexcept {
-        return centre.IsNull() && radius == 0.0 && startAngle == 0.0 && sweepAngle == 0.0;
-    }
+    bool IsNull() const noexcept { return centre.IsNull() && radius == 0.0 && startAngle == 0.0 && sweepAngle == 0.0; }
     bool IsCounterClockwise() const noexcept { return sweepAngle >= 0.0; }
 
     // ---- measures and points ----
@@ -70,6 +75,36 @@ public:
     // Is p within `tolerance` of the arc? The distance to the arc is | |p - c| - r |
     // when p's direction lies within the sweep, else the distance to the nearer end point.
     bool IsPointOnArc(const CDblPoint& p, double tolerance) const noexcept;
+    // The full circle the arc lies on.
+    CCircle2 Circle() const noexcept { return CCircle2(centre, radius); }
+
+    // Relative parameter of the direction `angle` (radians, any range) from
+    // the centre: 0 at the start, 1 at the end. A direction outside the sweep
+    // is placed past the end it is nearer to along the circle: above 1 beyond
+    // the end, below 0 before the start (the direction opposite the arc's
+    // middle counts as before the start). A full turn gives [0, 1); an arc of
+    // sweep 0 gives 0.
+    double AngleToParam(double angle) const noexcept;
+    // Parameter in [0, 1] of the point of the arc nearest p: its direction
+    // from the centre when that lies within the sweep, else the nearer end
+    // (the start on a tie). 0 when p is exactly the centre.
+    double NearestParam(const CDblPoint& p) const noexcept;
+    CDblPoint NearestPoint(const CDblPoint& p) const noexcept { return Point(NearestParam(p)); }
+    // Distance from p to the nearest point of the arc.
+    double Distance(const CDblPoint& p) const noexcept;
+    // The smallest rectangle holding the arc: its end points and the points
+    // where the sweep crosses the directions 0, pi/2, pi and 3*pi/2. left <=
+    // right and top <= bottom as y grows (top is the smallest y), as
+    // CPolyPath::GetBoundRect.
+    CDblRect GetBoundRect() const noexcept;
+
+    // Tolerant equality: centres equal as CDblPoint's == says, and radius,
+    // start and sweep so close that no point of the arc moves by more than
+    // the point epsilon: |dr| and r*|d angle| within the larger axis of
+    // CDblPointEpsilon (r the larger radius, the start compared modulo
+    // 2*pi). As a segment equals its reverse, an arc equals its reverse.
+    bool operator==(const CArc2& o) const noexcept;
+    bool operator!=(const CArc2& o) const noexcept { return !(*this == o); }
 
     // ---- placement: Self forms change the arc, plain forms copy ----
     // SelfMove(dx, dy), SelfMove(size), SelfMove(from, to): see detail::CentredMoves.
@@ -95,10 +130,69 @@ public:
     ORVMATH_COPYING_FORM(CArc2, Reverse)
     ORVMATH_COPYING_FORM(CArc2, Offset)
 
-    // ---- intersection; `out` is emptied first ----
-    // With a segment: `extend` takes the segment as its infinite line, the arc
-    // stays bounded (as CLine2::Intersection with an arc).
+    // ---- length editing; each keeps the centre, the radius and the sense ----
+    // The end (start) moves d further along the circle: |sweep| grows by
+    // d / radius, a negative d shortens. The sweep stops at a full turn; an
+    // arc shortened below zero length becomes the null arc (to exactly zero
+    // it keeps sweep 0). Unchanged when the radius is not positive or d is NaN.
+    CArc2& SelfLengthenEnd(double d) noexcept;
+    CArc2& SelfLengthenStart(double d) noexcept;
+    // The end (start) moves to the direction `angle` (radians) from the
+    // centre, the other end staying: the arc grows or shrinks to reach it
+    // in its own sense, |sweep| in (0, 2*pi], so the direction of the other
+    // end gives a full turn. Unchanged when angle is NaN.
+    CArc2& SelfExtendEndToAngle(double angle) noexcept;
+    CArc2& SelfExtendStartToAngle(double angle) noexcept;
+    // Cuts the arc at its point nearest p (NearestParam) and keeps the part
+    // from the start to it (TrimEndAt) or from it to the end (TrimStartAt);
+    // p beyond an end leaves that end, p nearest the other end leaves sweep
+    // 0. Unchanged when p is exactly the centre.
+    CArc2& SelfTrimEndAt(const CDblPoint& p) noexcept;
+    CArc2& SelfTrimStartAt(const CDblPoint& p) noexcept;
+
+    // ---- trimming to another curve; unchanged when nothing is found ----
+    // The end (start) moves to a point where the arc's full circle meets the
+    // other curve: a segment taken as its infinite line, an arc bounded, a
+    // circle whole. Each point's parameter is AngleToParam of its direction,
+    // and the choice is CLine2's along the arc: points within the arc win,
+    // of two the one nearer the moving end; of two outside, the end goes to
+    // the larger |parameter| and the start to the smaller. The moved end
+    // reaches its point in the arc's own sense, so |sweep| stays within
+    // [0, 2*pi) and the other end stays. A radius that is not positive leaves
+    // the arc unchanged.
+    CArc2& SelfExTrimEnd(const CLine2& line);
+    CArc2& SelfExTrimEnd(const CArc2& arc);
+    CArc2& SelfExTrimEnd(const CCircle2& circle);
+    CArc2& SelfExTrimStart(const CLine2& line);
+    CArc2& SelfExTrimStart(const CArc2& arc);
+    CArc2& SelfExTrimStart(const CCircle2& circle);
+
+    ORVMATH_COPYING_FORM(CArc2, LengthenEnd)
+    ORVMATH_COPYING_FORM(CArc2, LengthenStart)
+    ORVMATH_COPYING_FORM(CArc2, ExtendEndToAngle)
+    ORVMATH_COPYING_FORM(CArc2, ExtendStartToAngle)
+    ORVMATH_COPYING_FORM(CArc2, TrimEndAt)
+    ORVMATH_COPYING_FORM(CArc2, TrimStartAt)
+    ORVMATH_COPYING_FORM(CArc2, ExTrimEnd)
+    ORVMATH_COPYING_FORM(CArc2, ExTrimStart)
+
+    // Splits the arc at its point nearest p into first (start to that point)
+    // and second (that point to the end), both with this arc's sense. False,
+    // first and second untouched, when p is exactly the centre or the point
+    // equals an end point (CDblPoint ==).
+    bool Split(const CDblPoint& p, CArc2& first, CArc2& second) const;
+
+    // ---- intersection; `out` is emptied first, a touching point comes once ----
+    // With a segment, in order along the segment from its start: `extend`
+    // takes the segment as its infinite line, the arc stays bounded.
+    // CLine2::Intersection with an arc hands over to this one, so it gives
+    // the same points in the same order.
     void Intersection(const CLine2& line, CDblPointArray& out, bool extend) const;
+    // With a circle or another arc, in order along this arc from its start
+    // (CCircle2::Intersection with an arc gives the same). A point is kept
+    // when it lies on both within the sector slack of the free functions
+    // (kSectorSlackDeg); two circles count as touching within
+    // kCircleContactSlack of their radii (see XCircleCircle).
     void Intersection(const CCircle2& circle, CDblPointArray& out) const;
     void Intersection(const CArc2& other, CDblPointArray& out) const;
 

@@ -67,15 +67,11 @@ CArc2 CalArcFromTTR(const CLine2& line1, const CLine2& line2, double R, CDblPoin
 }
 
 CArc2 CalArcFrom3Points(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& p3) {
-    if (p1 == p2 || p2 == p3 || p1 == p3) return CArc2();
-    // Circumcentre relative to p1.
-    const double bx = p2.x - p1.x, by = p2.y - p1.y, cx = p3.x - p1.x, cy = p3.y - p1.y;
-    const double d = 2.0 * (bx * cy - by * cx);
-    if (!(d != 0.0)) return CArc2();
-    const double b2 = bx * bx + by * by, c2 = cx * cx + cy * cy;
-    const CDblPoint centre(p1.x + (cy * b2 - by * c2) / d, p1.y + (bx * c2 - cx * b2) / d);
+    const CCircle2 circle = CalCircleFrom3Points(p1, p2, p3);
+    if (circle.IsNull()) return CArc2();
     // p1 -> p2 -> p3 turning left means a counter-clockwise arc.
-    return CalArcFromCenter(centre, Distance(centre, p1), p1, p3, d > 0.0);
+    const double turn = (p2.x - p1.x) * (p3.y - p1.y) - (p2.y - p1.y) * (p3.x - p1.x);
+    return CalArcFromCenter(circle.centre, circle.radius, p1, p3, turn > 0.0);
 }
 
 CArc2 CalArcFromSTE(const CDblPoint& start, double tangent, const CDblPoint& end) {

@@ -16,8 +16,6 @@ namespace ORVMATH {
 
 namespace {
 
-constexpr double kHalfPi = kPi * 0.5;
-
 // The arc from p to q with `bulge` (not 0): false when the chord is too
 // short to place it (the edge is then treated as straight).
 bool BulgeArc(const CDblPoint& p, const CDblPoint& q, double bulge, CArc2& arc) {
@@ -38,16 +36,6 @@ CDblPoint NearestOnSegment(const CLine2& s, const CDblPoint& p) {
     if (!(len2 > 0.0)) return s.start;
     const double t = std::clamp(((p.x - s.start.x) * dx + (p.y - s.start.y) * dy) / len2, 0.0, 1.0);
     return s.Point(t);
-}
-
-CDblPoint NearestOnArc(const CArc2& a, const CDblPoint& p) {
-    const double dx = p.x - a.centre.x, dy = p.y - a.centre.y;
-    if (dx != 0.0 || dy != 0.0) {
-        const double angle = std::atan2(dy, dx);
-        if (a.ContainsAngle(angle)) return a.PointAtAngle(angle);
-    }
-    const CDblPoint s = a.StartPoint(), e = a.EndPoint();
-    return Distance(s, p) <= Distance(e, p) ? s : e;
 }
 
 void Extend(CDblRect& r, bool& any, const CDblPoint& p) {
@@ -130,10 +118,9 @@ CDblRect CPolyPath::GetBoundRect() const {
     CArc2 arc;
     for (int i = 0; i < GetEdgeCount(); ++i) {
         if (!GetEdge(i, line, arc)) continue;
-        for (int k = 0; k < 4; ++k) {
-            const double axis = k * kHalfPi;
-            if (arc.ContainsAngle(axis)) Extend(r, any, arc.PointAtAngle(axis));
-        }
+        const CDblRect box = arc.GetBoundRect();
+        Extend(r, any, box.TopLeft());
+        Extend(r, any, box.BottomRight());
     }
     return r;
 }
@@ -146,7 +133,7 @@ CDblPoint CPolyPath::NearestPoint(const CDblPoint& p, int* edge) const {
     CLine2 line;
     CArc2 arc;
     for (int i = 0; i < GetEdgeCount(); ++i) {
-        const CDblPoint q = GetEdge(i, line, arc) ? NearestOnArc(arc, p) : NearestOnSegment(line, p);
+        const CDblPoint q = GetEdge(i, line, arc) ? arc.NearestPoint(p) : NearestOnSegment(line, p);
         const double d = ORVMATH::Distance(q, p);
         if (d < bestDistance) {
             best = q;
