@@ -211,4 +211,7 @@ public:
 ORVMATH_API CArchive& operator<<(CArchive& ar, const CArc2& a);
 ORVMATH_API CArchive& operator>>(CArchive& ar, CArc2& a);
 
+// Arcs on the framework's array.
+using CArc2Array = CArray<CArc2, const CArc2&>;
+
 }  // namespace ORVMATH

@@ -42,8 +42,6 @@ namespace ORVMATH {
 // interval ends as the same parameter and an interval as empty.
 constexpr double kVisibilityParamTolerance = 1e-9;
 
-// Arcs on the framework's array.
-using CArc2Array = CArray<CArc2, const CArc2&>;
 // Polygons, each given as its vertices.
 using CDblPolygonArray = CArray<CDblPointArray, const CDblPointArray&>;
 

@@ -199,7 +199,9 @@ public:
     // false (x untouched) when there is none.
     bool Intersection(const CLine2& other, CDblPoint& x, ExtendType how) const;
     // Points with the arc or circle; `extend` takes this segment as its
-    // infinite line (the arc stays bounded). `out` is emptied first.
+    // infinite line (the arc stays bounded). `out` is emptied first, then
+    // receives the points in order along this segment from its start, a
+    // touching point once (the arc's and circle's own Intersection).
     void Intersection(const CArc2& arc, CDblPointArray& out, bool extend) const;
     void Intersection(const CCircle2& circle, CDblPointArray& out, bool extend) const;
     // Appends the crossings with each piece of the polyline (both bounded); a

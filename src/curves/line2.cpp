@@ -8,6 +8,8 @@
 #include <orvmath/intersect.h>
 #include <orvmath/pointline.h>
 
+#include "curve_detail.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -32,24 +34,13 @@ CDblPoint Along(const CDblPoint& p, const CDblPoint& u, double d) noexcept {
     return CDblPoint(p.x + d * u.x, p.y + d * u.y);
 }
 
-bool InUnitRange(double t) noexcept { return t >= 0.0 && t <= 1.0; }
-
-// Which of the intersection points a trim moves the end (or the start) to;
-// -1 when there is none. Points within the segment win; of two such, the one
-// nearer the moving end. Of two outside, the end goes to the larger |t|, the
-// start to the smaller.
+// Which of the intersection points a trim moves the end (or the start) to,
+// by the rule the arc and circle trims share; -1 when there is none.
 int TrimPointIndex(const CLine2& l, const CDblPointArray& points, bool atEnd) noexcept {
-    if (points.GetSize() < 2) return static_cast<int>(points.GetSize()) - 1;
-    const double t0 = ProjectOnLine(points.GetData()[0], l.start, l.end);
-    const double t1 = ProjectOnLine(points.GetData()[1], l.start, l.end);
-    const bool in0 = InUnitRange(t0), in1 = InUnitRange(t1);
-    if (atEnd) {
-        if (in0) return in1 && t0 <= t1 ? 1 : 0;
-        return in1 || std::fabs(t0) <= std::fabs(t1) ? 1 : 0;
-    }
-    if (in0 && in1) return t0 < t1 ? 0 : 1;
-    if (in0 || in1) return in0 ? 0 : 1;
-    return std::fabs(t1) > std::fabs(t0) ? 0 : 1;
+    const int n = static_cast<int>(points.GetSize());
+    if (n < 2) return n - 1;
+    return detail::TrimChoice(n, ProjectOnLine(points.GetData()[0], l.start, l.end),
+                              ProjectOnLine(points.GetData()[1], l.start, l.end), 1.0, atEnd);
 }
 
 // Moves one end (`which`) to the chosen intersection of the infinite line with the arc or circle.
