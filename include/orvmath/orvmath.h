@@ -32,6 +32,7 @@
 #include <orvmath/polygonoffset.h>
 #include <orvmath/clip.h>
 #include <orvmath/polygonsplit.h>
+#include <orvmath/polygonize.h>
 #include <orvmath/route2.h>
 #include <orvmath/routedesign.h>
 #include <orvmath/landxml.h>

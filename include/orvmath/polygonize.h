@@ -1,0 +1,61 @@
+// Assembling polygons from loose segments: the faces that a drawing's lines
+// enclose, as a hatching or area tool needs them.
+#pragma once
+
+#include <orvmath/clip.h>
+#include <orvmath/containers.h>
+#include <orvmath/export.h>
+#include <orvmath/host/array.h>
+#include <orvmath/line2.h>
+
+namespace ORVMATH {
+
+// One face of a drawing: its outer boundary counter-clockwise and the
+// boundaries of its holes clockwise, each ring given by its vertices with
+// the closing edge implied (the first vertex is not repeated).
+struct CPolygonFace {
+    CDblPointArray outer;
+    CDblPolygonArray holes;
+};
+
+using CPolygonFaceArray = CArray<CPolygonFace, const CPolygonFace&>;
+
+// The closed faces that the segments form. `faces` is emptied, then
+// receives them; returns their number.
+//
+// The segments, in any order and direction, are first made into a planar
+// graph: each is split where another crosses it or ends on it, and points
+// within CDistanceEpsilon of each other become one node (taken
+// transitively; the node keeps the coordinates of its first point, input
+// end points before crossings, in input order). An end within
+// CDistanceEpsilon of another segment splits that segment there, so lines
+// that stop just short of or just past a line meet it. Collinear overlapping
+// segments merge into one edge. Segments shorter than CDistanceEpsilon and
+// segments with a non-finite coordinate are ignored.
+//
+// Then dangling pieces go (edges with an end of no other edge, repeatedly),
+// and so do bridges (an edge with the same face on both sides, such as a
+// line that joins an island to its surroundings). A walk round each node in
+// angle order traces every face. Each bounded face is one CPolygonFace;
+// every node on its boundary is a vertex, so a ring may have straight
+// vertices where other lines meet it. A piece of the drawing that lies
+// inside a face and does not touch its boundary is a hole of that face
+// (the ring round that piece), and its own faces are faces of the result
+// as well. A face is exactly the region of the drawing between lines: holes
+// are never filled, and faces never overlap.
+//
+// Order: each ring starts at its vertex of least x (least y on ties); the
+// faces, and the holes of each face, are sorted by that start vertex (x,
+// then y), then by the direction of the first edge, counter-clockwise from
+// the +x axis.
+//
+// Cost: O((n + k) log(n + k)) for n segments and k crossings when the
+// segments are of like length: a uniform grid of cells about as large as an
+// average segment finds the pairs to test, so a segment that spans many
+// cells costs as many cells, and many long segments in one region make it
+// quadratic. Finding the face round each hole tries the faces, smallest
+// first, whose box holds the hole: O(h * f) box tests for h holes and f
+// faces.
+ORVMATH_API int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces);
+
+}  // namespace ORVMATH
