@@ -33,10 +33,9 @@ using CPolygonFaceArray = CArray<CPolygonFace, const CPolygonFace&>;
 // segments merge into one edge. Segments shorter than CDistanceEpsilon and
 // segments with a non-finite coordinate are ignored.
 //
-// Then dangling pieces go (edges with an end of no other edge, repeatedly),
-// and so do bridges (an edge with the same face on both sides, such as a
-// line that joins an island to its surroundings). A walk round each node in
-// angle order traces every face. Each bounded face is one CPolygonFace;
+// A walk round each node in angle order traces the faces. Edges with the
+// same face on both sides then go: dangling lines, and bridges such as a
+// line that joins an island to its surroundings. Each bounded face is one CPolygonFace;
 // every node on its boundary is a vertex, so a ring may have straight
 // vertices where other lines meet it. A piece of the drawing that lies
 // inside a face and does not touch its boundary is a hole of that face

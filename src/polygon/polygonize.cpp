@@ -1,6 +1,7 @@
 // Faces of a drawing of loose segments: node the segments into a planar
-// graph, drop dangles and bridges, walk the faces, then put each island's
-// outer ring into the face round it as a hole.
+// graph, walk the faces, drop the edges with one face on both sides (dangles
+// and bridges) and walk again, then put each island's outer ring into the
+// face round it as a hole.
 #include <orvmath/polygonize.h>
 
 #include <orvmath/polygon.h>
@@ -171,29 +172,6 @@ struct Graph {
     std::size_t From(std::size_t h) const { return h % 2 == 0 ? edge[h / 2].first : edge[h / 2].second; }
     std::size_t To(std::size_t h) const { return From(h ^ 1); }
 
-    // Removes edges with an end of no other edge, until none is left.
-    void PruneDangles() {
-        std::vector<int> degree(node.size(), 0);
-        std::vector<std::vector<std::size_t>> at(node.size());
-        for (std::size_t e = 0; e < edge.size(); ++e) {
-            if (!alive[e]) continue;
-            for (std::size_t v : {edge[e].first, edge[e].second}) ++degree[v], at[v].push_back(e);
-        }
-        std::vector<std::size_t> ends;
-        for (std::size_t v = 0; v < node.size(); ++v)
-            if (degree[v] == 1) ends.push_back(v);
-        while (!ends.empty()) {
-            const std::size_t v = ends.back();
-            ends.pop_back();
-            for (std::size_t e : at[v]) {
-                if (!alive[e]) continue;
-                alive[e] = 0;
-                const std::size_t w = edge[e].first == v ? edge[e].second : edge[e].first;
-                if (--degree[w] == 1) ends.push_back(w);
-            }
-        }
-    }
-
     // The boundary cycles: each half-edge has the face on its left, and the
     // next one leaves its end just clockwise of its twin. Bounded faces come
     // out counter-clockwise, the outside of each connected piece clockwise.
@@ -306,8 +284,9 @@ int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces) {
     Graph g = BuildGraph(segments, CDistanceEpsilon::get());
     std::vector<std::size_t> cycleOf;
     std::vector<std::vector<std::size_t>> cycles;
+    // Dangling lines and bridges have the same face on both sides; once
+    // they are gone, the faces are walked again.
     for (bool bridges = true; bridges;) {
-        g.PruneDangles();
         cycles = g.Cycles(cycleOf);
         bridges = false;
         for (std::size_t e = 0; e < g.edge.size(); ++e)
