@@ -104,8 +104,10 @@ public:
         for (std::size_t k = 0; k < pts_.size(); ++k) {
             const long long bx = key(pts_[k].x), by = key(pts_[k].y);
             for (long long dx = -1; dx <= 1; ++dx) {
-                const auto lo = std::lower_bound(buckets.begin(), buckets.end(), std::make_tuple(bx + dx, by - 1, std::size_t{0}));
-                for (auto it = lo; it != buckets.end() && std::get<0>(*it) == bx + dx && std::get<1>(*it) <= by + 1; ++it)
+                const auto lo =
+                    std::lower_bound(buckets.begin(), buckets.end(), std::make_tuple(bx + dx, by - 1, std::size_t{0}));
+                for (auto it = lo; it != buckets.end() && std::get<0>(*it) == bx + dx && std::get<1>(*it) <= by + 1;
+                     ++it)
                     if (Distance(pts_[k], pts_[std::get<2>(*it)]) <= eps_) sets.Join(k, std::get<2>(*it));
             }
         }
@@ -298,14 +300,17 @@ int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces) {
     std::vector<Ring> outer, holes;
     for (const std::vector<std::size_t>& c : cycles) {
         Ring r = MakeRing(g, c, pieces.Find(g.From(c[0])));
-        if (r.area > 0.0) outer.push_back(std::move(r));
-        else if (r.area < 0.0) holes.push_back(std::move(r));
+        if (r.area > 0.0)
+            outer.push_back(std::move(r));
+        else if (r.area < 0.0)
+            holes.push_back(std::move(r));
     }
     // A hole belongs to the smallest face of another piece of the drawing
     // that holds it; one that no face holds is the outside of its piece.
     std::vector<std::size_t> bySize(outer.size());
     std::iota(bySize.begin(), bySize.end(), 0);
-    std::stable_sort(bySize.begin(), bySize.end(), [&](std::size_t a, std::size_t b) { return outer[a].area < outer[b].area; });
+    std::stable_sort(bySize.begin(), bySize.end(),
+                     [&](std::size_t a, std::size_t b) { return outer[a].area < outer[b].area; });
     std::vector<std::vector<std::size_t>> holesOf(outer.size());
     std::sort(holes.begin(), holes.end());
     for (std::size_t h = 0; h < holes.size(); ++h) {

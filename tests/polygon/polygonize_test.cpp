@@ -17,9 +17,10 @@ struct Face {
     std::vector<Ring> holes;
 };
 
-CLine2Array Lines(std::initializer_list<CLine2> lines) {
+// Segments as x1, y1, x2, y2 in turn.
+CLine2Array Lines(std::initializer_list<double> v) {
     CLine2Array a;
-    for (const CLine2& l : lines) a.Add(l);
+    for (auto p = v.begin(); p + 3 < v.end(); p += 4) a.Add(CLine2(p[0], p[1], p[2], p[3]));
     return a;
 }
 
@@ -57,8 +58,7 @@ TEST(GetPolygons, GridIslandAndOverlapAgainstHandWork) {
     } rows[] = {
         // Three lines each way, 0.5 past the outer ones at both ends: four unit squares, the ends dangle.
         {"grid",
-         Lines({{-0.5, 0, 2.5, 0}, {-0.5, 1, 2.5, 1}, {-0.5, 2, 2.5, 2}, {0, -0.5, 0, 2.5}, {1, -0.5, 1, 2.5},
-                {2, -0.5, 2, 2.5}}),
+         Lines({-0.5, 0, 2.5, 0, -0.5, 1, 2.5, 1, -0.5, 2, 2.5, 2, 0, -0.5, 0, 2.5, 1, -0.5, 1, 2.5, 2, -0.5, 2, 2.5}),
          {{{{0, 0}, {1, 0}, {1, 1}, {0, 1}}, {}},
           {{{0, 1}, {1, 1}, {1, 2}, {0, 2}}, {}},
           {{{1, 0}, {2, 0}, {2, 1}, {1, 1}}, {}},
@@ -66,15 +66,15 @@ TEST(GetPolygons, GridIslandAndOverlapAgainstHandWork) {
         // A 10 square with a 4 square island cut by its diagonal; a bridge from the island to (10, 5), a dangle
         // on to (12, 5) and a loose line inside. (10, 5) and (7, 5) stay as straight vertices.
         {"island",
-         Lines({{0, 0, 10, 0}, {10, 0, 10, 10}, {10, 10, 0, 10}, {0, 10, 0, 0}, {3, 3, 7, 3}, {7, 3, 7, 7},
-                {7, 7, 3, 7}, {3, 7, 3, 3}, {3, 3, 7, 7}, {7, 5, 10, 5}, {10, 5, 12, 5}, {1, 1, 2, 2}}),
+         Lines({0, 0, 10, 0, 10, 0, 10, 10, 10, 10, 0, 10, 0, 10, 0,  0, 3,  3, 7,  3, 7, 3, 7, 7,
+                7, 7, 3,  7, 3,  7, 3,  3,  3,  3,  7, 7,  7, 5,  10, 5, 10, 5, 12, 5, 1, 1, 2, 2}),
          {{{{0, 0}, {10, 0}, {10, 5}, {10, 10}, {0, 10}}, {{{3, 3}, {3, 7}, {7, 7}, {7, 5}, {7, 3}}}},
           {{{3, 3}, {7, 3}, {7, 5}, {7, 7}}, {}},
           {{{3, 3}, {7, 7}, {3, 7}}, {}}}},
         // The middle wall given as two overlapping pieces, (2, 0)-(2, 1.5) and (2, 1)-(2, 2): merged, both
         // faces get (2, 1) and (2, 1.5).
         {"overlap",
-         Lines({{0, 0, 4, 0}, {4, 0, 4, 2}, {4, 2, 0, 2}, {0, 2, 0, 0}, {2, 0, 2, 1.5}, {2, 1, 2, 2}}),
+         Lines({0, 0, 4, 0, 4, 0, 4, 2, 4, 2, 0, 2, 0, 2, 0, 0, 2, 0, 2, 1.5, 2, 1, 2, 2}),
          {{{{0, 0}, {2, 0}, {2, 1}, {2, 1.5}, {2, 2}, {0, 2}}, {}},
           {{{2, 0}, {4, 0}, {4, 2}, {2, 2}, {2, 1.5}, {2, 1}}, {}}}},
     };
@@ -92,11 +92,12 @@ TEST(GetPolygons, GridIslandAndOverlapAgainstHandWork) {
 // input point. Shapely does not snap: the same rings came from it once the ends were joined by hand (areas
 // 7.9991 and 7.9989). At an epsilon of 1e-4 nothing closes.
 TEST(GetPolygons, SnapsEndsWithinDistanceEpsilon) {
-    const CLine2Array lines = Lines({{0, 0, 4, 0}, {4.0004, 0.0003, 4, 4}, {4, 4, 0, 4.0002}, {0, 4, 0, 0.0005},
-                                     {2, 0.0006, 2, 3.9995}});
-    ExpectFaces(lines,
-                {{{{0, 0}, {2, 0.0006}, {2, 3.9995}, {0, 4.0002}}, {}}, {{{2, 0.0006}, {4, 0}, {4, 4}, {2, 3.9995}}, {}}},
-                "snap");
+    const CLine2Array lines =
+        Lines({0, 0, 4, 0, 4.0004, 0.0003, 4, 4, 4, 4, 0, 4.0002, 0, 4, 0, 0.0005, 2, 0.0006, 2, 3.9995});
+    ExpectFaces(
+        lines,
+        {{{{0, 0}, {2, 0.0006}, {2, 3.9995}, {0, 4.0002}}, {}}, {{{2, 0.0006}, {4, 0}, {4, 4}, {2, 3.9995}}, {}}},
+        "snap");
     CEpsilonReserveDistance tight(1e-4);
     ExpectFaces(lines, {}, "tight");
 }
