@@ -40,8 +40,8 @@ using CPolygonFaceArray = CArray<CPolygonFace, const CPolygonFace&>;
 // vertices where other lines meet it. A piece of the drawing that lies
 // inside a face and does not touch its boundary is a hole of that face
 // (the ring round that piece), and its own faces are faces of the result
-// as well. A face is exactly the region of the drawing between lines: holes
-// are never filled, and faces never overlap.
+// as well. Holes are never filled in, and faces do not overlap (short of
+// the shifts, under CDistanceEpsilon, that snapping makes).
 //
 // Order: each ring starts at its vertex of least x (least y on ties); the
 // faces, and the holes of each face, are sorted by that start vertex (x,

@@ -17,6 +17,8 @@ namespace ORVMATH {
 
 namespace {
 
+constexpr double kMaxCellsPerAxis = 1 << 20;  // bounds the crossing grid whatever the spread of the input
+
 inline double Cross(double ax, double ay, double bx, double by) noexcept { return ax * by - ay * bx; }
 
 struct Box {
@@ -67,7 +69,7 @@ public:
             extent += std::max(box[i].maxx - box[i].minx, box[i].maxy - box[i].miny);
         }
         const double w = all.maxx - all.minx, h = all.maxy - all.miny;
-        const double cell = std::max(extent / n, std::sqrt(w * h / n));
+        const double cell = std::max({extent / n, std::sqrt(w * h / n), w / kMaxCellsPerAxis, h / kMaxCellsPerAxis});
         const long long nx = static_cast<long long>(w / cell) + 1, ny = static_cast<long long>(h / cell) + 1;
         auto cx = [&](double x) { return std::min(nx - 1, static_cast<long long>((x - all.minx) / cell)); };
         auto cy = [&](double y) { return std::min(ny - 1, static_cast<long long>((y - all.miny) / cell)); };
