@@ -38,9 +38,10 @@ using CPolygonFaceArray = CArray<CPolygonFace, const CPolygonFace&>;
 // line that joins an island to its surroundings. Each bounded face is one CPolygonFace;
 // every node on its boundary is a vertex, so a ring may have straight
 // vertices where other lines meet it. A piece of the drawing that lies
-// inside a face and does not touch its boundary is a hole of that face
-// (the ring round that piece), and its own faces are faces of the result
-// as well. Holes are never filled in, and faces do not overlap (short of
+// inside a face is a hole of that face (the ring round that piece), and its
+// own faces are faces of the result as well; rings are simple, so a piece
+// that touches the face's boundary at one node, or two pieces that touch
+// each other so, give a hole each (rings that share that node). Holes are never filled in, and faces do not overlap (short of
 // the shifts, under CDistanceEpsilon, that snapping makes).
 //
 // Order: each ring starts at its vertex of least x (least y on ties); the

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <numeric>
 #include <tuple>
+#include <unordered_map>
 #include <vector>
 
 namespace ORVMATH {
@@ -257,17 +258,40 @@ struct Ring {
     }
 };
 
-Ring MakeRing(const Graph& g, const std::vector<std::size_t>& cycle, std::size_t component) {
-    const std::size_t n = cycle.size();
+// A boundary walk as simple loops of nodes: where the walk comes back to a
+// node it has passed (a hole or a neighbour that touches at one node), the
+// loop since then is taken out on its own.
+std::vector<std::vector<std::size_t>> SimpleLoops(const Graph& g, const std::vector<std::size_t>& cycle) {
+    std::vector<std::vector<std::size_t>> loops;
+    std::vector<std::size_t> stack;
+    std::unordered_map<std::size_t, std::size_t> at;  // node -> its place on the stack
+    for (std::size_t h : cycle) {
+        const std::size_t v = g.From(h);
+        const auto it = at.find(v);
+        if (it == at.end()) {
+            at.emplace(v, stack.size());
+            stack.push_back(v);
+            continue;
+        }
+        loops.emplace_back(stack.begin() + static_cast<std::ptrdiff_t>(it->second), stack.end());
+        for (std::size_t k = it->second + 1; k < stack.size(); ++k) at.erase(stack[k]);
+        stack.resize(it->second + 1);
+    }
+    loops.push_back(std::move(stack));
+    return loops;
+}
+
+Ring MakeRing(const Graph& g, const std::vector<std::size_t>& loop, std::size_t component) {
+    const std::size_t n = loop.size();
     std::size_t first = 0;
     for (std::size_t k = 1; k < n; ++k) {
-        const CDblPoint &p = g.node[g.From(cycle[k])], &q = g.node[g.From(cycle[first])];
+        const CDblPoint &p = g.node[loop[k]], &q = g.node[loop[first]];
         if (p.x < q.x || (p.x == q.x && p.y < q.y)) first = k;
     }
     Ring r;
     r.component = component;
     r.pts.SetSize(static_cast<INT_PTR>(n));
-    for (std::size_t k = 0; k < n; ++k) r.pts[static_cast<INT_PTR>(k)] = g.node[g.From(cycle[(first + k) % n])];
+    for (std::size_t k = 0; k < n; ++k) r.pts[static_cast<INT_PTR>(k)] = g.node[loop[(first + k) % n]];
     const CDblPoint &a = r.pts[0], &b = r.pts[n > 1 ? 1 : 0];
     r.angle = std::atan2(b.y - a.y, b.x - a.x);
     if (r.angle < 0.0) r.angle += 2.0 * kPi;
@@ -300,27 +324,38 @@ int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces) {
     for (std::size_t e = 0; e < g.edge.size(); ++e)
         if (g.alive[e]) pieces.Join(g.edge[e].first, g.edge[e].second);
     std::vector<Ring> outer, holes;
+    std::vector<std::vector<Ring>> holesOf;
     for (const std::vector<std::size_t>& c : cycles) {
-        Ring r = MakeRing(g, c, pieces.Find(g.From(c[0])));
-        if (r.area > 0.0)
-            outer.push_back(std::move(r));
-        else if (r.area < 0.0)
-            holes.push_back(std::move(r));
+        std::vector<Ring> loops;
+        for (const std::vector<std::size_t>& loop : SimpleLoops(g, c))
+            if (loop.size() >= 3) loops.push_back(MakeRing(g, loop, pieces.Find(loop[0])));
+        // A face's walk has one counter-clockwise loop; clockwise ones are
+        // holes that touch its boundary at a node.
+        const auto face = std::find_if(loops.begin(), loops.end(), [](const Ring& r) { return r.area > 0.0; });
+        if (face != loops.end()) {
+            outer.push_back(*face);
+            holesOf.emplace_back();
+        }
+        for (Ring& r : loops) {
+            if (r.area >= 0.0) continue;
+            if (face != loops.end())
+                holesOf.back().push_back(std::move(r));
+            else
+                holes.push_back(std::move(r));
+        }
     }
-    // A hole belongs to the smallest face of another piece of the drawing
-    // that holds it; one that no face holds is the outside of its piece.
+    // Any other hole belongs to the smallest face of another piece of the
+    // drawing that holds it; one that no face holds is the outside of its piece.
     std::vector<std::size_t> bySize(outer.size());
     std::iota(bySize.begin(), bySize.end(), 0);
     std::stable_sort(bySize.begin(), bySize.end(),
                      [&](std::size_t a, std::size_t b) { return outer[a].area < outer[b].area; });
-    std::vector<std::vector<std::size_t>> holesOf(outer.size());
-    std::sort(holes.begin(), holes.end());
-    for (std::size_t h = 0; h < holes.size(); ++h) {
-        const CDblPoint& p = holes[h].pts[0];
+    for (Ring& h : holes) {
+        const CDblPoint& p = h.pts[0];
         for (std::size_t f : bySize) {
-            if (outer[f].component == holes[h].component || !outer[f].box.Holds(p) || !PtInPolygonEx(outer[f].pts, p))
+            if (outer[f].component == h.component || !outer[f].box.Holds(p) || !PtInPolygonEx(outer[f].pts, p))
                 continue;
-            holesOf[f].push_back(h);
+            holesOf[f].push_back(std::move(h));
             break;
         }
     }
@@ -330,7 +365,8 @@ int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces) {
     for (std::size_t f : order) {
         CPolygonFace face;
         face.outer = outer[f].pts;
-        for (std::size_t h : holesOf[f]) face.holes.Add(holes[h].pts);
+        std::sort(holesOf[f].begin(), holesOf[f].end());
+        for (const Ring& h : holesOf[f]) face.holes.Add(h.pts);
         faces.Add(face);
     }
     return static_cast<int>(faces.GetSize());

@@ -49,7 +49,7 @@ void ExpectFaces(const CLine2Array& lines, const std::vector<Face>& want, const 
 
 // Expected faces drawn by hand, then checked with shapely 1.8.5 (polygonize(unary_union(lines)), rings turned to
 // start at their least (x, y), outer counter-clockwise, holes clockwise): the same rings, areas 1 each for the grid,
-// 84, 8 and 8 for the drawing with an island, 4 and 4 for the overlap.
+// 84, 8 and 8 for the drawing with an island, 4 and 4 for the overlap, 92 and 8 for the touching hole.
 TEST(GetPolygons, GridIslandAndOverlapAgainstHandWork) {
     struct Row {
         std::string name;
@@ -77,6 +77,12 @@ TEST(GetPolygons, GridIslandAndOverlapAgainstHandWork) {
          Lines({0, 0, 4, 0, 4, 0, 4, 2, 4, 2, 0, 2, 0, 2, 0, 0, 2, 0, 2, 1.5, 2, 1, 2, 2}),
          {{{{0, 0}, {2, 0}, {2, 1}, {2, 1.5}, {2, 2}, {0, 2}}, {}},
           {{{2, 0}, {4, 0}, {4, 2}, {2, 2}, {2, 1.5}, {2, 1}}, {}}}},
+        // A diamond inside a 10 square, touching its bottom edge at (5, 0): a hole of the square all the same.
+        {"touching hole",
+         Lines(
+             {0, 0, 10, 0, 10, 0, 10, 10, 10, 10, 0, 10, 0, 10, 0, 0, 5, 0, 7, 2, 7, 2, 5, 4, 5, 4, 3, 2, 3, 2, 5, 0}),
+         {{{{0, 0}, {5, 0}, {10, 0}, {10, 10}, {0, 10}}, {{{3, 2}, {5, 4}, {7, 2}, {5, 0}}}},
+          {{{3, 2}, {5, 0}, {7, 2}, {5, 4}}, {}}}},
     };
     for (const Row& r : rows) {
         ExpectFaces(r.lines, r.faces, r.name);
