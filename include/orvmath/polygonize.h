@@ -30,19 +30,21 @@ using CPolygonFaceArray = CArray<CPolygonFace, const CPolygonFace&>;
 // end points before crossings, in input order). An end within
 // CDistanceEpsilon of another segment splits that segment there, so lines
 // that stop just short of or just past a line meet it. Collinear overlapping
-// segments merge into one edge. Segments shorter than CDistanceEpsilon and
+// segments merge into one edge. Segments no longer than CDistanceEpsilon and
 // segments with a non-finite coordinate are ignored.
 //
 // A walk round each node in angle order traces the faces. Edges with the
 // same face on both sides then go: dangling lines, and bridges such as a
-// line that joins an island to its surroundings. Each bounded face is one CPolygonFace;
-// every node on its boundary is a vertex, so a ring may have straight
-// vertices where other lines meet it. A piece of the drawing that lies
-// inside a face is a hole of that face (the ring round that piece), and its
-// own faces are faces of the result as well; rings are simple, so a piece
-// that touches the face's boundary at one node, or two pieces that touch
-// each other so, give a hole each (rings that share that node). Holes are never filled in, and faces do not overlap (short of
-// the shifts, under CDistanceEpsilon, that snapping makes).
+// line that joins an island to its surroundings. Each bounded face is one
+// CPolygonFace; every node on its boundary is a vertex, so a ring may have
+// straight vertices where other lines meet it. A piece of the drawing that
+// lies inside a face is a hole of that face (the ring round that piece),
+// and its own faces are faces of the result as well. Rings are simple:
+// where a boundary passes a node twice it is split there, so a piece that
+// touches the face's boundary at one node is still a hole, and a piece made
+// of two parts that touch at one node gives two holes sharing that node.
+// Holes are never filled in, and faces do not overlap (short of the shifts,
+// under CDistanceEpsilon, that snapping makes).
 //
 // Order: each ring starts at its vertex of least x (least y on ties); the
 // faces, and the holes of each face, are sorted by that start vertex (x,
@@ -53,9 +55,9 @@ using CPolygonFaceArray = CArray<CPolygonFace, const CPolygonFace&>;
 // segments are of like length: a uniform grid of cells about as large as an
 // average segment finds the pairs to test, so a segment that spans many
 // cells costs as many cells, and many long segments in one region make it
-// quadratic. Finding the face round each hole tries the faces, smallest
-// first, whose box holds the hole: O(h * f) box tests for h holes and f
-// faces.
+// quadratic. Finding the face round each island tries the faces smallest
+// first: O(h * f) box tests for h islands and f faces, and a point-in-ring
+// test for each face whose box holds the island's first vertex.
 ORVMATH_API int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces);
 
 }  // namespace ORVMATH
