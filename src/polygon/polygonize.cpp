@@ -11,13 +11,13 @@
 #include <cmath>
 #include <numeric>
 #include <tuple>
-#include <unordered_map>
 #include <vector>
 
 namespace ORVMATH {
 
 namespace {
 
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);  // no node, no cycle, no place
 constexpr double kMaxCellsPerAxis = 1 << 20;  // bounds the crossing grid whatever the spread of the input
 
 inline double Cross(double ax, double ay, double bx, double by) noexcept { return ax * by - ay * bx; }
@@ -194,13 +194,12 @@ struct Graph {
             std::sort(byAngle.begin(), byAngle.end());
             for (std::size_t k = 0; k < list.size(); ++k) list[k] = byAngle[k].second, pos[list[k]] = k;
         }
-        const std::size_t none = static_cast<std::size_t>(-1);
-        cycleOf.assign(2 * edge.size(), none);
+        cycleOf.assign(2 * edge.size(), kNone);
         std::vector<std::vector<std::size_t>> cycles;
         for (std::size_t h0 = 0; h0 < 2 * edge.size(); ++h0) {
-            if (!alive[h0 / 2] || cycleOf[h0] != none) continue;
+            if (!alive[h0 / 2] || cycleOf[h0] != kNone) continue;
             std::vector<std::size_t> cycle;
-            for (std::size_t h = h0; cycleOf[h] == none;) {
+            for (std::size_t h = h0; cycleOf[h] == kNone;) {
                 cycleOf[h] = cycles.size();
                 cycle.push_back(h);
                 const std::vector<std::size_t>& around = out[To(h)];
@@ -225,10 +224,10 @@ Graph BuildGraph(const CLine2Array& segments, double eps) {
     noding.FindCrossings();
     Sets sets = noding.Snap();
     Graph g;
-    std::vector<std::size_t> id(noding.Points().size(), static_cast<std::size_t>(-1));
+    std::vector<std::size_t> id(noding.Points().size(), kNone);
     auto nodeOf = [&](std::size_t point) {
         const std::size_t root = sets.Find(point);
-        if (id[root] == static_cast<std::size_t>(-1)) id[root] = g.node.size(), g.node.push_back(noding.Points()[root]);
+        if (id[root] == kNone) id[root] = g.node.size(), g.node.push_back(noding.Points()[root]);
         return id[root];
     };
     for (std::size_t i = 0; i < noding.SegmentCount(); ++i) {
@@ -260,23 +259,24 @@ struct Ring {
 
 // A boundary walk as simple loops of nodes: where the walk comes back to a
 // node it has passed (a hole or a neighbour that touches at one node), the
-// loop since then is taken out on its own.
-std::vector<std::vector<std::size_t>> SimpleLoops(const Graph& g, const std::vector<std::size_t>& cycle) {
+// loop since then is taken out on its own. `place` (a node's place on the
+// stack) is all kNone on entry and on return.
+std::vector<std::vector<std::size_t>> SimpleLoops(const Graph& g, const std::vector<std::size_t>& cycle,
+                                                  std::vector<std::size_t>& place) {
     std::vector<std::vector<std::size_t>> loops;
     std::vector<std::size_t> stack;
-    std::unordered_map<std::size_t, std::size_t> at;  // node -> its place on the stack
     for (std::size_t h : cycle) {
-        const std::size_t v = g.From(h);
-        const auto it = at.find(v);
-        if (it == at.end()) {
-            at.emplace(v, stack.size());
+        const std::size_t v = g.From(h), at = place[v];
+        if (at == kNone) {
+            place[v] = stack.size();
             stack.push_back(v);
             continue;
         }
-        loops.emplace_back(stack.begin() + static_cast<std::ptrdiff_t>(it->second), stack.end());
-        for (std::size_t k = it->second + 1; k < stack.size(); ++k) at.erase(stack[k]);
-        stack.resize(it->second + 1);
+        loops.emplace_back(stack.begin() + static_cast<std::ptrdiff_t>(at), stack.end());
+        for (std::size_t k = at + 1; k < stack.size(); ++k) place[stack[k]] = kNone;
+        stack.resize(at + 1);
     }
+    for (std::size_t v : stack) place[v] = kNone;
     loops.push_back(std::move(stack));
     return loops;
 }
@@ -325,9 +325,10 @@ int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces) {
         if (g.alive[e]) pieces.Join(g.edge[e].first, g.edge[e].second);
     std::vector<Ring> outer, holes;
     std::vector<std::vector<Ring>> holesOf;
+    std::vector<std::size_t> place(g.node.size(), kNone);
     for (const std::vector<std::size_t>& c : cycles) {
         std::vector<Ring> loops;
-        for (const std::vector<std::size_t>& loop : SimpleLoops(g, c))
+        for (const std::vector<std::size_t>& loop : SimpleLoops(g, c, place))
             if (loop.size() >= 3) loops.push_back(MakeRing(g, loop, pieces.Find(loop[0])));
         // A face's walk has one counter-clockwise loop; clockwise ones are
         // holes that touch its boundary at a node.
