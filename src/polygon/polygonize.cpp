@@ -305,6 +305,24 @@ Ring MakeRing(const Graph& g, const std::vector<std::size_t>& loop, std::size_t 
     return r;
 }
 
+// Each island's ring goes to the smallest face of another piece of the
+// drawing that holds it; one that no face holds is the outside of its piece.
+void PlaceIslands(const std::vector<Ring>& outer, std::vector<Ring>& islands, std::vector<std::vector<Ring>>& holesOf) {
+    std::vector<std::size_t> bySize(outer.size());
+    std::iota(bySize.begin(), bySize.end(), 0);
+    std::stable_sort(bySize.begin(), bySize.end(),
+                     [&](std::size_t a, std::size_t b) { return outer[a].area < outer[b].area; });
+    for (Ring& h : islands) {
+        const CDblPoint& p = h.pts[0];
+        for (std::size_t f : bySize) {
+            if (outer[f].component == h.component || !outer[f].box.Holds(p) || !PtInPolygonEx(outer[f].pts, p))
+                continue;
+            holesOf[f].push_back(std::move(h));
+            break;
+        }
+    }
+}
+
 }  // namespace
 
 int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces) {
@@ -345,21 +363,7 @@ int GetPolygons(const CLine2Array& segments, CPolygonFaceArray& faces) {
                 holes.push_back(std::move(r));
         }
     }
-    // Any other hole belongs to the smallest face of another piece of the
-    // drawing that holds it; one that no face holds is the outside of its piece.
-    std::vector<std::size_t> bySize(outer.size());
-    std::iota(bySize.begin(), bySize.end(), 0);
-    std::stable_sort(bySize.begin(), bySize.end(),
-                     [&](std::size_t a, std::size_t b) { return outer[a].area < outer[b].area; });
-    for (Ring& h : holes) {
-        const CDblPoint& p = h.pts[0];
-        for (std::size_t f : bySize) {
-            if (outer[f].component == h.component || !outer[f].box.Holds(p) || !PtInPolygonEx(outer[f].pts, p))
-                continue;
-            holesOf[f].push_back(std::move(h));
-            break;
-        }
-    }
+    PlaceIslands(outer, holes, holesOf);
     std::vector<std::size_t> order(outer.size());
     std::iota(order.begin(), order.end(), 0);
     std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return outer[a] < outer[b]; });
