@@ -31,6 +31,8 @@
 #include <orvmath/polygon2.h>
 #include <orvmath/polygonoffset.h>
 #include <orvmath/clip.h>
+#include <orvmath/polygonsplit.h>
+#include <orvmath/polygonize.h>
 #include <orvmath/route2.h>
 #include <orvmath/routedesign.h>
 #include <orvmath/landxml.h>
