@@ -134,7 +134,7 @@ public:
     //          one WORD below 0xFFFF), then the bytes, no terminator
     //   type   the PropType code, a 32-bit little-endian signed integer
     //   text   CString record, as the name
-    // The double 0.5 named "w" is the 11 bytes
+    // The double 0.5 named "w" is the 12 bytes
     //   01 00 'w'  02 00 00 00  03 00 '0' '.' '5'
     // Loading throws CArchiveException(endOfFile) when the stream ends inside
     // the record and CArchiveException(badSchema) for a type code outside
@@ -212,7 +212,7 @@ public:
     // Record, with no version number or tag, like the other records: the
     // property count (CArchive::WriteCount), then each property's record in
     // order (CORVObjPropItem::Serialize). Two properties, the int 7 named "n"
-    // and the bool true named "ok", are the 22 bytes
+    // and the bool true named "ok", are the 23 bytes
     //   02 00
     //   01 00 'n'       01 00 00 00  01 00 '7'
     //   02 00 'o' 'k'   03 00 00 00  01 00 '1'

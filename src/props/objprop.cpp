@@ -68,14 +68,14 @@ bool ReadList(const CString& text, Array& values, bool (*read)(const char*&, con
     const char* p = text.GetString();
     const char* const last = p + text.GetLength();
     Array list;
-    p = SkipSpace(p, last);
-    while (p != last) {
-        T v{};
-        if (!read(p, last, v)) return false;
-        list.Add(v);
-        if (p == last) break;
-        if (*p != ',') return false;
-        ++p;  // a value must follow, so "1," fails in the next read
+    if (SkipSpace(p, last) != last) {
+        for (;;) {
+            T v{};
+            if (!read(p, last, v)) return false;  // also after a trailing ','
+            list.Add(v);
+            if (p == last) break;
+            if (*p++ != ',') return false;
+        }
     }
     values.Copy(list);
     return true;
