@@ -18,24 +18,18 @@ namespace ORVMATH {
 namespace {
 
 using text_detail::IsDigit;
-using text_detail::IsSpace;
+using text_detail::SkipSpace;
 
 // The smallest item record: an empty name (a one-WORD count), the type code
 // and an empty text. Bounds a loaded count by the bytes left in the stream.
 constexpr ULONGLONG kItemMinBytes = 2 + 4 + 2;
 
-const char* SkipSpace(const char* p, const char* last) noexcept {
-    while (p != last && IsSpace(*p)) ++p;
-    return p;
-}
-
 // Each reader takes one value at p, white space around it included, and
 // moves p past it; false when none is there.
 bool ReadDouble(const char*& p, const char* last, double& value) {
     p = SkipSpace(p, last);
-    const char* end = text_detail::ScanSigned(p, last);
-    if (end == p || !text_detail::ConvertNumber(p, end, value)) return false;
-    p = SkipSpace(end, last);
+    if (!text_detail::ReadNumber(p, last, value)) return false;
+    p = SkipSpace(p, last);
     return true;
 }
 
