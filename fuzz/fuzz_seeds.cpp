@@ -72,5 +72,10 @@ int main(int argc, char** argv) {
     Seed(dir, kFuzzPointVector, [](CArchive& ar) { ar << CDblPointVector{{1, 2}, {3, 4}}; });
     CMatrix4 m;
     Seed(dir, kFuzzMatrix, [&](CArchive& ar) { m.Serialize(ar); });
+    CORVObjProp bag;
+    bag.SetDouble("width", 2.5);
+    bag.SetPoint("origin", CDblPoint(1, 2));
+    bag.SetText("label", "kerb");
+    Seed(dir, kFuzzProps, [&](CArchive& ar) { bag.Serialize(ar); });
     return 0;
 }

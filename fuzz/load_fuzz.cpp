@@ -1,4 +1,4 @@
-// Loads arbitrary bytes as a route, an array or a matrix. Damaged input must
+// Loads arbitrary bytes as a route, an array, a matrix or a property bag. Damaged input must
 // end in a host framework exception, never a crash, a hang or a huge
 // allocation; a route that failed to load must still copy, evaluate and load.
 #include "load_fuzz.h"
@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <vector>
 
 using namespace ORVMATH;
@@ -74,6 +75,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     case kFuzzPointVector:
         LoadFrom(data, size, [](CArchive& ar) { CDblPointVector v; ar >> v; });
         break;
+    case kFuzzProps: {
+        // A bag that fails to load keeps what it held; one that loads finds
+        // each property by name at its own position.
+        CORVObjProp bag;
+        bag.SetInt("n", 1);
+        int n = 0, k = 0;
+        if (!LoadFrom(data, size, [&](CArchive& ar) { bag.Serialize(ar); }) &&
+            (bag.GetCount() != 1 || bag.GetInt("n", n) != PROP_OK || n != 1))
+            std::abort();
+        for (const CORVObjPropItem& item : bag)
+            if (bag.Find(item.GetName()) != k++) std::abort();
+        break;
+    }
     default:
         LoadFrom(data, size, [](CArchive& ar) { CMatrix4 m; m.Serialize(ar); });
         break;

@@ -11,5 +11,6 @@ enum FuzzRecord : unsigned char {
     kFuzzLineArray,
     kFuzzPointVector,
     kFuzzMatrix,
+    kFuzzProps,
     kFuzzRecordKinds
 };

@@ -41,3 +41,4 @@
 #include <orvmath/coordsys.h>
 #include <orvmath/expression.h>
 #include <orvmath/textnum.h>
+#include <orvmath/objprop.h>

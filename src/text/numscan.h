@@ -12,6 +12,11 @@ inline bool IsSpace(char c) noexcept {
 
 inline bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 
+inline const char* SkipSpace(const char* p, const char* last) noexcept {
+    while (p != last && IsSpace(*p)) ++p;
+    return p;
+}
+
 // The end of the longest unsigned number (mantissa [exponent]) that starts at
 // `first` and ends at or before `last`, or `first` when none starts there. An
 // 'e' without a complete exponent after it is not part of the number: "2e+"
@@ -26,6 +31,10 @@ const char* ScanSigned(const char* first, const char* last) noexcept;
 // 0 (with its sign); one beyond the largest gives false and leaves `value`
 // untouched.
 bool ConvertNumber(const char* first, const char* last, double& value) noexcept;
+
+// Reads a signed number at p into `value` and moves p past it; false, with
+// neither changed, when none starts there or it is out of range.
+bool ReadNumber(const char*& p, const char* last, double& value) noexcept;
 
 }  // namespace text_detail
 }  // namespace ORVMATH

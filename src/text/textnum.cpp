@@ -92,27 +92,17 @@ bool ConvertNumber(const char* first, const char* last, double& value) noexcept 
     return true;
 }
 
-}  // namespace text_detail
-
-namespace {
-
-using text_detail::IsSpace;
-
-const char* SkipSpace(const char* p, const char* last) noexcept {
-    while (p != last && IsSpace(*p)) ++p;
-    return p;
-}
-
-// Reads a signed number at *p into value and moves *p past it; false when
-// none starts there or it is out of range.
 bool ReadNumber(const char*& p, const char* last, double& value) noexcept {
-    const char* end = text_detail::ScanSigned(p, last);
-    if (end == p || !text_detail::ConvertNumber(p, end, value)) return false;
+    const char* end = ScanSigned(p, last);
+    if (end == p || !ConvertNumber(p, end, value)) return false;
     p = end;
     return true;
 }
 
-}  // namespace
+}  // namespace text_detail
+
+using text_detail::ReadNumber;
+using text_detail::SkipSpace;
 
 bool IsNotLegalNum(const CString& text) {
     const char* p = text.GetString();
