@@ -1,3 +1,5 @@
+#include "points.h"
+
 // Clipping by polygons against cases worked out by hand (arithmetic in the comments) and, for the U-shaped polygon
 // and the arcs, against shapely (LineString intersection and difference, arcs densified to 400000 points).
 #include <orvmath/clip.h>
@@ -16,11 +18,6 @@ using Rows = std::vector<std::vector<double>>;
 const double kNaN = std::nan("");
 const double kA = 0.927295218001612;  // atan(4/3): the circle (3,2) r 2.5 meets y = 0 and y = 4 at x = 3 +- 1.5
 
-CDblPointArray Poly(std::initializer_list<CDblPoint> pts, bool reversed = false) {
-    CDblPointArray a;
-    for (const CDblPoint& p : pts) reversed ? a.InsertAt(0, p) : static_cast<void>(a.Add(p));
-    return a;
-}
 CDblPointArray Square(bool reversed) { return Poly({{0, 0}, {2, 0}, {2, 2}, {0, 2}}, reversed); }
 // A U: arms x in [0,2] and [4,6] up to y = 4, joined below y = 1; the notch between them is outside.
 CDblPointArray U(bool rev) { return Poly({{0, 0}, {6, 0}, {6, 4}, {4, 4}, {4, 1}, {2, 1}, {2, 4}, {0, 4}}, rev); }

@@ -1,3 +1,5 @@
+#include "points.h"
+
 #include <orvmath/polygon.h>
 
 #include <gtest/gtest.h>
@@ -7,11 +9,6 @@
 using namespace ORVMATH;
 
 namespace {
-CDblPointArray Poly(std::initializer_list<CDblPoint> pts) {
-    CDblPointArray a;
-    for (const CDblPoint& p : pts) a.Add(p);
-    return a;
-}
 
 const CDblPointArray kSquare = Poly({{0, 0}, {1, 0}, {1, 1}, {0, 1}});
 const CDblPointArray kSquareCW = Poly({{0, 1}, {1, 1}, {1, 0}, {0, 0}});

@@ -1,3 +1,5 @@
+#include "points.h"
+
 #include <orvmath/polygonsplit.h>
 
 #include <orvmath/polygon.h>
@@ -13,15 +15,9 @@ using namespace ORVMATH;
 
 namespace {
 
-CDblPointArray Points(std::initializer_list<CDblPoint> pts) {
-    CDblPointArray a;
-    for (const CDblPoint& p : pts) a.Add(p);
-    return a;
-}
-
 // A bar 2k - 1 long and 1 high with k teeth 1 wide and 2 high on top, at x = 0, 2, .., 2k - 2.
 CDblPointArray Comb(int k) {
-    CDblPointArray a = Points({{0, 0}, {2.0 * k - 1, 0}});
+    CDblPointArray a = Poly({{0, 0}, {2.0 * k - 1, 0}});
     for (int i = k - 1; i >= 0; --i) {
         a.Add(CDblPoint(2 * i + 1, 3));
         a.Add(CDblPoint(2 * i, 3));
@@ -75,11 +71,11 @@ TEST(SplitConcavePolygon, ConvexPiecesCoverCombSpiralStarAndL) {
         {"comb", Comb(4), 15.0, 5, 13},
         {"comb clockwise", Comb(4), 15.0, 5, 13},
         {"spiral",
-         Points({{0, 0}, {5, 0}, {5, 5}, {0, 5}, {0, 2}, {3, 2}, {3, 3}, {1, 3}, {1, 4}, {4, 4}, {4, 1}, {0, 1}}), 17.0,
+         Poly({{0, 0}, {5, 0}, {5, 5}, {0, 5}, {0, 2}, {3, 2}, {3, 3}, {1, 3}, {1, 4}, {4, 4}, {4, 1}, {0, 1}}), 17.0,
          3, 9},
         {"star", Star(40), 800 * std::sin(2 * kPi / 40), 11, 41},
-        {"hexagon", Points({{0, 0}, {2, 0}, {3, 1}, {2, 2}, {0, 2}, {-1, 1}}), 6.0, 1, 1},
-        {"L", Points({{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 1}, {1, 1}, {1, 2}, {0, 2}, {0, 0}}), 3.0, 2, 3, {1, 0}},
+        {"hexagon", Poly({{0, 0}, {2, 0}, {3, 1}, {2, 2}, {0, 2}, {-1, 1}}), 6.0, 1, 1},
+        {"L", Poly({{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 1}, {1, 1}, {1, 2}, {0, 2}, {0, 0}}), 3.0, 2, 3, {1, 0}},
     };
     std::reverse(rows[1].polygon.begin(), rows[1].polygon.end());
     for (const Row& r : rows) {
@@ -104,13 +100,13 @@ TEST(SplitConcavePolygon, ConvexPiecesCoverCombSpiralStarAndL) {
 TEST(SplitConcavePolygon, InvalidPolygonGivesNoPiece) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const CDblPointArray rows[] = {
-        Points({{0, 0}, {1, 0}}),                                          // two vertices
-        Points({{0, 0}, {1, 0}, {1, 0}, {0, 0}}),                          // two once duplicates go
-        Points({{0, 0}, {1, 1}, {2, 2}}),                                  // all on one line
-        Points({{0, 0}, {2, 2}, {2, 0}, {0, 2}}),                          // bow tie
-        Points({{0, 0}, {2, 0}, {2, 2}, {1, 2}, {1, 3}, {1, 2}, {0, 2}}),  // spike up from the top edge
-        Points({{0, 0}, {4, 0}, {4, 2}, {2, 0}, {0, 2}}),                  // vertex (2, 0) touches the bottom edge
-        Points({{0, 0}, {1, 0}, {nan, 1}}),
+        Poly({{0, 0}, {1, 0}}),                                          // two vertices
+        Poly({{0, 0}, {1, 0}, {1, 0}, {0, 0}}),                          // two once duplicates go
+        Poly({{0, 0}, {1, 1}, {2, 2}}),                                  // all on one line
+        Poly({{0, 0}, {2, 2}, {2, 0}, {0, 2}}),                          // bow tie
+        Poly({{0, 0}, {2, 0}, {2, 2}, {1, 2}, {1, 3}, {1, 2}, {0, 2}}),  // spike up from the top edge
+        Poly({{0, 0}, {4, 0}, {4, 2}, {2, 0}, {0, 2}}),                  // vertex (2, 0) touches the bottom edge
+        Poly({{0, 0}, {1, 0}, {nan, 1}}),
     };
     for (const CDblPointArray& r : rows) {
         CDblPolygonArray pieces;

@@ -1,3 +1,5 @@
+#include "points.h"
+
 #include <orvmath/angle.h>
 #include <orvmath/polygon.h>
 #include <orvmath/preparedpolygon.h>
@@ -10,11 +12,6 @@
 using namespace ORVMATH;
 
 namespace {
-CDblPointArray Poly(std::initializer_list<CDblPoint> pts) {
-    CDblPointArray a;
-    for (const CDblPoint& p : pts) a.Add(p);
-    return a;
-}
 
 // A star of `tips` points (radii 10 and 4), a figure eight, and a comb with deep teeth.
 CDblPointArray Star(int tips) {
