@@ -34,16 +34,11 @@ def test_scalar_offset_off_route_miles_and_bad_shapes():
     xy, angles = route.point(np.array([-5.0, 10.0]), 1.5)
     assert np.isnan(xy[0]).all() and math.isnan(angles[0])
     np.testing.assert_allclose(xy[1], [10, 1.5], atol=1e-9)
-    with pytest.raises(ValueError):
-        route.point(np.zeros((2, 2)))
-    with pytest.raises(ValueError):
-        route.point(np.zeros(3), np.zeros(2))
-    with pytest.raises(ValueError):
-        orvmath.Route(np.zeros((3, 6)))
-    with pytest.raises(ValueError):
-        orvmath.Route(np.array([[7, 0, 0, 0, -1, 0, 0]]))
-    with pytest.raises(ValueError):
-        orvmath.Route(np.array([[0, math.nan, 0, 0, -1, 0, 0]]))
+    for bad in (lambda: route.point(np.zeros((2, 2))), lambda: route.point(np.zeros(3), np.zeros(2)),
+                lambda: orvmath.Route(np.zeros((3, 6))), lambda: orvmath.Route(np.array([[7, 0, 0, 0, -1, 0, 0]])),
+                lambda: orvmath.Route(np.array([[0, math.nan, 0, 0, -1, 0, 0]]))):
+        with pytest.raises(ValueError):
+            bad()
 
 
 def test_archive_bytes_round_trip_and_refuse_other_bytes():
@@ -76,10 +71,9 @@ def test_polygon_contains_and_locate():
     inside = orvmath.polygon_contains(square, pts)
     assert inside.dtype == np.bool_ and inside.tolist() == [True, False, False, True]
     assert orvmath.PreparedPolygon(square, 0.1).locate(pts).tolist() == [1, 0, 2, 2]
-    with pytest.raises(ValueError):
-        orvmath.polygon_contains(square[:2], pts)
-    with pytest.raises(ValueError):
-        orvmath.polygon_contains(square, np.zeros(4))
+    for outline, points in ((square[:2], pts), (square, np.zeros(4)), (square, np.zeros((4, 3)))):
+        with pytest.raises(ValueError):
+            orvmath.polygon_contains(outline, points)
 
 
 def test_locate_gives_the_miles_and_offsets_back():

@@ -142,10 +142,8 @@ TEST(CArc2, LengthEditsAndTrimsAtAPointMoveOneEndKeepingTheSense) {
     EXPECT_TRUE(P.LengthenEnd(-3.15).IsNull());  // more than its length pi
 }
 
-// U: unit quarter counter-clockwise from 0, V its reverse. x = 0.6 meets the circle at +-atan2(0.8, 0.6) =
-// +-0.927295218: the point within wins. y = -0.5 meets it at -30 degrees (t = -1/3) and 210 (t = 7/3): the end takes
-// the larger |t|, the start the smaller. The unit circle about (1, 0) meets it at +-60 degrees, its arc over 200..260
-// only at -60, which the end reaches going forward.
+// By hand: x = 0.6 meets the unit circle at +-0.927295218 (atan2(0.8, 0.6)), y = -0.5 at -30 and 210 degrees (t -1/3,
+// 7/3: the end takes the larger |t|), the unit circle about (1, 0) at +-60 degrees.
 TEST(CArc2, ExTrimsChooseAsTheSegmentDoesAlongTheArc) {
     const double a = 0.927295218;
     const CArc2 U(CDblPoint(0, 0), 1, 0, kPi / 2), V = U.Reverse();
@@ -219,7 +217,7 @@ TEST(CurveIntersections, EveryPairInTheStatedOrder) {
         {Points(L, A2, true), {l0}}, {Points(A2, L, true), {l0}}, {Points(F, L, true), {l0, l1}},
         {Points(C, D), {up, down}}, {Points(D, C), {down, up}}, {Points(A, D), {down, up}}, {Points(D, A2), {up}},
         {Points(A, B), {down, up}}, {Points(B, A), {up, down}}, {Points(C, B), {up, down}},
-        {Points(C, CLine2(-1, 2, 1, 2), false), {CDblPoint(0, 2)}}};
+        {Points(C, CLine2(-1, 2, 1, 2), false), {CDblPoint(0, 2)}}, {Points(C, L, false), {l0}}};
     // clang-format on
     for (const auto& r : rows) {
         ASSERT_EQ(r.first.GetSize(), static_cast<INT_PTR>(r.second.size())) << "row " << &r - rows;

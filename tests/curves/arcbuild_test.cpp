@@ -37,10 +37,8 @@ TEST(CalArcFromSER, FourCandidatesAndTheSentinels) {
     EXPECT_TRUE(CalArcFromSER(s, e, std::nan("")).IsNull());
 }
 
-// The x and y axes with R = 1: centre (1,1), tangent points (1,0) and (0,1), the quarter from -pi/2 clockwise.
-// Rays at 0 and 60 degrees: half angle 30, so the tangent points lie 1/tan 30 = sqrt 3 from the corner and the centre
-// 1/sin 30 = 2 along the bisector: (sqrt 3, 1); the arc runs from -pi/2 (270 degrees) clockwise past 210 degrees (the
-// direction of the corner) to 150 degrees: a sweep of -120 degrees.
+// By hand: the x and y axes with R = 1 give centre (1,1), tangent points (1,0) and (0,1); rays at 0 and 60 degrees
+// give the centre 1/sin 30 = 2 along the bisector, (sqrt 3, 1), tangent points sqrt 3 from the corner, sweep -120.
 TEST(CalArcFromTTR, FilletInTheCornerOfTheSegments) {
     CDblPoint t1, t2;
     ExpectArc(CalArcFromTTR(CLine2(0, 0, 5, 0), CLine2(0, 0, 0, 5), 1, &t1, &t2), 1, 1, 1, -kPi / 2, -kPi / 2);
@@ -91,12 +89,8 @@ void ExpectLine(const CLine2& l, const CLine2& want) {
 }
 }  // namespace
 
-// The x and y axes with R = 1: the picks choose the ray of each axis, wherever along it (0.5 and 0.2 lie between the
-// corner and the tangent points). Quadrant (sx, sy): centre (sx, sy), tangent points (sx, 0) and (0, sy), the arc
-// starts at -sy * pi/2 and turns a quarter toward the corner, clockwise when sx * sy > 0. Trimmed, each axis keeps
-// its direction and runs between its tangent point and its picked end. With picks (-5, 0) and (0, 5) (centre
-// (-1, 1)) segments short of the corner are extended, one lying wholly past its tangent point turns round, and
-// without trim nothing moves.
+// By hand: the x and y axes with R = 1; picks in quadrant (sx, sy) give centre (sx, sy), tangent points (sx, 0) and
+// (0, sy), a quarter turn toward the corner; trimmed, each axis runs from its tangent point to its picked end.
 TEST(CalFillet, TwoLinesTakeTheCornerOfThePickedRaysAndTrimToTheTangentPoints) {
     const double rows[][4] = {{3, 3, 1, 1}, {-3, 3, -1, 1}, {-3, -3, -1, -1}, {3, -3, 1, -1}, {0.5, 0.2, 1, 1}};
     for (const auto& r : rows) {  // pick1 x, pick2 y, sx, sy
@@ -122,14 +116,8 @@ TEST(CalFillet, TwoLinesTakeTheCornerOfThePickedRaysAndTrimToTheTangentPoints) {
     }
 }
 
-// The line y = 0 and the circle about (0, 2) of radius 1, R = 1: the offsets y = 1 and radius 2 meet at
-// (+-sqrt 3, 1); the picks (5, 0) and (2, 2) take (sqrt 3, 1), T1 = (sqrt 3, 0), T2 = (0, 2) + (sqrt 3, -1) / 2,
-// at -30 degrees on the circle and 150 on the fillet: clockwise from -90 to 150 degrees is -120. The line keeps
-// x >= sqrt 3, the circle stays whole; an arc on that circle (the upper half) starts at T2 instead, growing to
-// 210 degrees. With the arc first the fillet runs back, counter-clockwise from 150 degrees.
-// Circles about (0, 0) and (4, 0) of radius 1, R = 1.5: the offsets of radius 2.5 meet at (2, +-1.5), so T1 =
-// (0.8, +-0.6), T2 = (3.2, +-0.6), a turn of 2 asin 0.8 (chord 2.4 on radius 1.5) from atan2(-+0.9, -1.2); as upper
-// half arcs they keep the parts beyond the tangent points, from atan 0.75 to pi and from 0 to pi - atan 0.75.
+// By hand: y = 0 and the circle (0, 2) r 1 with R = 1 give centre (sqrt 3, 1), T1 (sqrt 3, 0), T2 (sqrt 3 / 2, 1.5);
+// circles (0, 0) and (4, 0) r 1 with R = 1.5 give centre (2, +-1.5), T1 (0.8, +-0.6), a turn of 2 asin 0.8.
 TEST(CalFillet, LinesArcsAndCirclesInEitherOrder) {
     CLine2 line(-10, 0, 10, 0), again(-10, 0, 10, 0);
     CCircle2 circle({0, 2}, 1), c1({0, 0}, 1), c2({4, 0}, 1);
@@ -150,11 +138,8 @@ TEST(CalFillet, LinesArcsAndCirclesInEitherOrder) {
     ExpectArc(a2, 4, 0, 1, 0, kPi - a0);
 }
 
-// The line y = 0 cuts the circle about the origin of radius 2 at (+-2, 0); R = 1. Picks on an outer ray and a half
-// circle give the outer fillet about (+-sqrt 8, +-1), T2 = 2/3 of the centre, turning acos(1/3) (Python: atan2 of
-// T1 and T2 about the centre). A pick on the chord with the upper half gives the fillet about (0, 1) inside: T1 =
-// (0, 0) and T2 = (0, 2) are opposite, so it leaves T1 away from the pick (+-1, 0): clockwise through (-1, 1) for
-// +1. Circles about (-+2, 0) of radius 1 with R = 1 likewise touch the fillet about the origin at opposite points.
+// By hand (turns checked with atan2 in Python): y = 0 and the circle r 2 about the origin, R = 1: outer fillets about
+// (+-sqrt 8, +-1) turning acos(1/3), the inner one about (0, 1); circles r 1 about (-+2, 0): the fillet about (0, 0).
 TEST(CalFillet, PicksChooseThePiecesTheCurvesCutEachOtherIntoAndTheSideOfAHalfCircle) {
     const double r8 = std::sqrt(8.0), turn = std::acos(1.0 / 3.0);
     // clang-format off

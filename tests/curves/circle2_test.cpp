@@ -23,21 +23,6 @@ TEST(CCircle2, MeasuresBoundaryInclusiveTestsPlacementAndOffset) {
     EXPECT_TRUE(d.Move(CDblPoint(1, 2), CDblPoint(0, 0)).centre == CDblPoint(0, 0));
     EXPECT_DOUBLE_EQ(d.Offset(1).radius, 3);  // outward; reaching zero or below leaves the null circle
     EXPECT_TRUE(d.Offset(-2).IsNull() && d.Offset(-3).IsNull() && CCircle2().Offset(1).IsNull());
-    EXPECT_TRUE(d.centre == CDblPoint(1, 2) && d.radius == 2);
-}
-
-// Radius 5 about the origin: y = 3 meets it at (-4, 3) and (4, 3); the circle
-// of radius 5 about (8, 0) meets it at (4, +-3).
-TEST(CCircle2, Intersections) {
-    const CCircle2 c(CDblPoint(0, 0), 5);
-    CDblPointArray out;
-    c.Intersection(CLine2(0, 3, 6, 3), out, false);
-    EXPECT_TRUE(out.GetSize() == 1 && out[0] == CDblPoint(4, 3));
-    c.Intersection(CLine2(0, 3, 6, 3), out, true);
-    EXPECT_EQ(out.GetSize(), 2);
-    c.Intersection(CCircle2(CDblPoint(8, 0), 5), out);  // left of (0, 0) -> (8, 0) first
-    ASSERT_EQ(out.GetSize(), 2);
-    EXPECT_TRUE(out[0] == CDblPoint(4, 3) && out[1] == CDblPoint(4, -3));
 }
 
 // (7, 10) lies 10 from (1, 2) along (0.6, 0.8): nearest (4, 6), 5 away, at atan2(0.8, 0.6) = 0.927295218. Three

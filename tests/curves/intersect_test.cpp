@@ -184,21 +184,16 @@ TEST(XLineEllipse, PointsLieOnBothCurvesInLineDirectionOrder) {
 
 TEST(XEllipseEllipse, CommonPointsInParametricOrderOnTheFirstEllipse) {
     const double s = std::sqrt(0.8);  // x^2/4 + y^2 = 1 and x^2 + y^2/4 = 1 meet where x^2 = y^2 = 0.8
-    // Circle (x-1)^2 + y^2 = 1 inside x^2/4 + y^2 = 1: with x = 1 + c the residual is
-    // -(3c + 1)(c - 1)/4, so a touching point at c = 1 and crossings at c = -1/3.
+    // By hand: the circle (x-1)^2 + y^2 = 1 in x^2/4 + y^2 = 1 leaves -(3c + 1)(c - 1)/4 at x = 1 + c: c = 1, -1/3.
     const double r8 = std::sqrt(8.0) / 3;
-    // Small circle at the right vertex: (2 + 0.1c)^2/4 + 0.01(1 - c^2) = 1 gives
-    // 0.0075c^2 - 0.1c - 0.01 = 0. The order runs across the first ellipse's angle 0.
+    // A small circle at the right vertex: 0.0075c^2 - 0.1c - 0.01 = 0 by hand; the order runs across angle 0.
     const double c = (0.1 - std::sqrt(0.01 + 0.0003)) / 0.015, y = 0.1 * std::sqrt(1 - c * c);
-    // P and its mirror image lie on x^2/9 + y^2/4 = 1; the ellipse about (4, 0) with x semi-axis 2
-    // gets the y semi-axis b2 that puts P on it too.
+    // P and its mirror image on x^2/9 + y^2/4 = 1, and on the ellipse about (4, 0) whose y semi-axis b2 is fitted to P.
     const CDblPoint P(3 * std::cos(40 / kRadToDeg), 2 * std::sin(40 / kRadToDeg));
     const double b2 = P.y / std::sqrt(1 - std::pow((P.x - 4) / 2, 2));
-    // x^2/9 + y^2/4 = 1 and its copy moved by (1.8, 1.6): in u = x/3, v = y/2 two unit circles 1 apart
-    // along (0.6, 0.8), meeting at (0.3, 0.4) -+ sqrt(0.75) * (0.8, -0.6), at 113 and 353 degrees.
+    // Its copy moved by (1.8, 1.6): in u = x/3, v = y/2 unit circles meeting at (0.3, 0.4) -+ sqrt(0.75) (0.8, -0.6).
     const double h = std::sqrt(0.75);
-    // The unit circle about the top vertex (0, 2): 4(1 - (y - 2)^2) + 9y^2 = 36 gives 5y^2 + 16y - 48 = 0. On the
-    // circle the left point comes first; the order is that of the first ellipse, so the right one.
+    // The unit circle about the top vertex: 5y^2 + 16y - 48 = 0 by hand; the first ellipse's order: right point first.
     const double yt = (std::sqrt(1216.0) - 16) / 10, xt = std::sqrt(1 - (yt - 2) * (yt - 2));
     const CDblRect wide(-2, -1, 2, 1), tall(-1, -2, 1, 2), big(-3, -2, 3, 2);
     struct Row { CDblRect e1, e2; std::vector<CDblPoint> want; double s1 = 0, w1 = 360, s2 = 0, w2 = 360; };

@@ -1,3 +1,5 @@
+#include "record_bytes.h"
+
 #include <orvmath/host/archive.h>
 #include <orvmath/host/array.h>
 #include <orvmath/host/cstring.h>
@@ -11,10 +13,13 @@
 #include <vector>
 
 namespace {
-using Bytes = std::vector<BYTE>;
+using record_bytes::Bytes;
+using record_bytes::CauseOf;
+using record_bytes::Load;  // through a 16-byte buffer, so that values straddle refills; every byte consumed
 using Io = std::function<void(CArchive&)>;
 using CDoubles = CArray<double, double>;
 
+// Stores through a buffer of the given size.
 Bytes Store(const Io& write, int nBufSize = 4096) {
     CMemFile file;
     CArchive ar(&file, CArchive::store, nBufSize);
@@ -23,22 +28,6 @@ Bytes Store(const Io& write, int nBufSize = 4096) {
     const auto n = static_cast<std::size_t>(file.GetLength());
     std::unique_ptr<BYTE, void (*)(void*)> p(file.Detach(), std::free);
     return Bytes(p.get(), p.get() + n);
-}
-
-// Reads a copy through a 16-byte buffer, so that values straddle refills.
-void Load(Bytes bytes, const Io& read) {
-    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
-    CArchive ar(&file, CArchive::load, 16);
-    read(ar);
-}
-
-int CauseOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const CArchiveException& e) {
-        return e.m_cause;
-    }
-    return CArchiveException::none;
 }
 
 std::vector<double> Values(const CDoubles& a) { return std::vector<double>(a.begin(), a.end()); }
@@ -87,10 +76,7 @@ const auto kReadMixed = [](CArchive& ar) {
 TEST(ArchiveValues, GoldenBytesRoundTripAndEveryTruncationThrowsEndOfFile) {
     EXPECT_EQ(Store(kMixed, 16), kMixedBytes);  // 16-byte buffer: flushes between values
     Load(kMixedBytes, kReadMixed);
-    for (std::size_t n = 0; n < kMixedBytes.size(); ++n) {
-        const Bytes cut(kMixedBytes.begin(), kMixedBytes.begin() + static_cast<std::ptrdiff_t>(n));
-        EXPECT_EQ(CauseOf([&] { Load(cut, kReadMixed); }), CArchiveException::endOfFile) << n;
-    }
+    record_bytes::ExpectEveryTruncationFails(kMixedBytes, kReadMixed);
 }
 
 TEST(ArchiveMode, WrongDirectionAndClosedArchivesThrow) {

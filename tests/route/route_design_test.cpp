@@ -90,11 +90,9 @@ TEST(RouteDesign, ElementsLaidOutWithExactClothoids) {
 // same integration.
 TEST(RouteDesign, ReverseClothoidSplitsAtZeroCurvature) {
     CCriticalPointArray pts;
-    ASSERT_EQ(BuildRouteFromElements(CDblPoint(0, 0), 0.0,
-                                     Array<CRouteElement>({El(SEGMENT_TRANSITION, 200, -400, 400),
-                                                           El(SEGMENT_LINE, 10, 0)}),
-                                     pts),
-              -1);
+    const CRouteElementArray reverse =
+        Array<CRouteElement>({El(SEGMENT_TRANSITION, 200, -400, 400), El(SEGMENT_LINE, 10, 0)});
+    ASSERT_EQ(BuildRouteFromElements(CDblPoint(0, 0), 0.0, reverse, pts), -1);
     ASSERT_EQ(pts.GetSize(), 4);
     EXPECT_EQ(pts[1].radius, -1.0);
     EXPECT_NEAR(pts[1].spiralA, 200, 1e-12);
@@ -140,10 +138,7 @@ TEST(RouteDesign, TangentPolygonBuildsTheCurveAndReadsBack) {
 
 // Bad input gives the index of the first element or vertex that cannot be laid out, and no points.
 TEST(RouteDesign, BadInputNamesTheElementOrVertex) {
-    struct Row {
-        CRouteElement bad;
-        const char* why;
-    } rows[] = {
+    struct Row { CRouteElement bad; const char* why; } rows[] = {
         {El(SEGMENT_LINE, 0, 0), "zero length"},
         {El(SEGMENT_LINE, std::nan(""), 0), "NaN length"},
         {El(SEGMENT_ARC, 100, 0), "arc of infinite radius"},
@@ -156,17 +151,12 @@ TEST(RouteDesign, BadInputNamesTheElementOrVertex) {
     for (const Row& r : rows) {
         CCriticalPointArray pts;
         pts.Add(CCriticalPoint());
-        EXPECT_EQ(BuildRouteFromElements(CDblPoint(), 0.0, Array<CRouteElement>({El(SEGMENT_LINE, 10, 0), r.bad}),
-                                         pts),
-                  1)
-            << r.why;
+        const CRouteElementArray elements = Array<CRouteElement>({El(SEGMENT_LINE, 10, 0), r.bad});
+        EXPECT_EQ(BuildRouteFromElements(CDblPoint(), 0.0, elements, pts), 1) << r.why;
         EXPECT_EQ(pts.GetSize(), 0) << r.why;
     }
     const CRoutePI a{CDblPoint(0, 0)}, end{CDblPoint(1000, 1000)};
-    struct PiRow {
-        CRoutePI vertex;
-        const char* why;
-    } piRows[] = {
+    struct PiRow { CRoutePI vertex; const char* why; } piRows[] = {
         {CRoutePI{CDblPoint(500, 0), 0, 0, 0}, "no radius at a bend"},
         {CRoutePI{CDblPoint(500, 0), 100, 300, 300}, "clothoids turn 4.5 rad at a 90 degree bend"},
         {CRoutePI{CDblPoint(500, 0), 5000, 0, 0}, "tangent length 5000 passes both ends"},
@@ -179,12 +169,9 @@ TEST(RouteDesign, BadInputNamesTheElementOrVertex) {
     }
     // Two arcs joined by a clothoid between their radii have no tangent-polygon form.
     CCriticalPointArray pts;
-    ASSERT_EQ(BuildRouteFromElements(CDblPoint(), 0.0,
-                                     Array<CRouteElement>({El(SEGMENT_LINE, 10, 0), El(SEGMENT_ARC, 50, 200),
-                                                           El(SEGMENT_TRANSITION, 30, 300, 200),
-                                                           El(SEGMENT_ARC, 50, 300), El(SEGMENT_LINE, 10, 0)}),
-                                     pts),
-              -1);
+    const CRouteElementArray compound = Array<CRouteElement>({El(SEGMENT_LINE, 10, 0), El(SEGMENT_ARC, 50, 200),
+        El(SEGMENT_TRANSITION, 30, 300, 200), El(SEGMENT_ARC, 50, 300), El(SEGMENT_LINE, 10, 0)});
+    ASSERT_EQ(BuildRouteFromElements(CDblPoint(), 0.0, compound, pts), -1);
     CRoutePIArray back;
     back.Add(CRoutePI{});
     EXPECT_FALSE(CRoute2(pts, 0.0, 0.0).GetStandardIntersection(back));

@@ -71,11 +71,6 @@ void ExpectSameAlong(const CRoute2& edited, const CRoute2& original, double from
     EXPECT_LE(worst, 1e-9);
 }
 
-void ExpectPoint(const CDblPoint& p, double x, double y) {
-    EXPECT_NEAR(p.x, x, 1e-9);
-    EXPECT_NEAR(p.y, y, 1e-9);
-}
-
 }  // namespace
 
 TEST(CRoute2Trim, CutsAtNearAndInsideEveryElementKeepMilesAndPoints) {
@@ -137,9 +132,8 @@ TEST(CRoute2Trim, NothingLeftOrOffTheRoute) {
 
 TEST(CRoute2Extend, ContinuesStraightsAndArcsAndKeepsTheOldPart) {
     const CRoute2 line = Route({Pt(SEGMENT_LINE, 0, 0, 0, -1), Pt(SEGMENT_LINE, 100, 0, 0, -1)}, 50);
-    // Quarter circle R 10 about (0, 10) from (0, 0): the point beta along it is (10 sin beta, 10 - 10 cos beta). It
-    // stays on its circle below 3/4 of a turn: 20 more at the end makes 1.57 + 2 rad, 20 more at the start would make
-    // 5.57, so the start gets a straight back along the x axis.
+    // By hand: on the quarter circle R 10 about (0, 10) beta is at (10 sin beta, 10 - 10 cos beta); 20 more at the
+    // start would pass 3/4 of a turn, so the start gets a straight back along the x axis.
     const CRoute2 arc = Route({Pt(SEGMENT_ARC, 0, 0, 0, 10), Pt(SEGMENT_LINE, 10, 10, kHalfPi, -1)}, 50);
     const double b1 = kHalfPi + 1, b2 = kHalfPi + 2, up = kHalfPi + 0.125;
     // A transition gets straights along its end tangents: north from (100, 50), and on at pi/2 + 0.125.
@@ -174,10 +168,8 @@ TEST(CRoute2Crossings, AgainstCrossingsWorkedOutByHand) {
     // start is (20 + 10 sin beta, 10 - 10 cos beta), and with an offset o to the left its radius is 10 - o.
     const CRoute2 bend = Route({Pt(SEGMENT_LINE, 0, 0, 0, -1), Pt(SEGMENT_ARC, 20, 0, 0, 10),
                                 Pt(SEGMENT_LINE, 30, 10, kHalfPi, -1), Pt(SEGMENT_LINE, 30, 40, kHalfPi, -1)});
-    // Clothoid A 100 north from (100, 50), turning left, to R 200. At l = 30 the series gives x = 30 - 30^5/(40 A^4) +
-    // 30^9/(3456 A^8) = 29.99392556953125 and y = 30^3/(6 A^2) - 30^7/(336 A^6) + 30^11/(42240 A^10) =
-    // 0.4499349149081067; the Fresnel integrals (Simpson, 2e5 steps) 29.99392556950444 and 0.44993491490795967.
-    // The world point is (100 - y, 50 + x), the tangent pi/2 + 30^2 / (2 A^2) = pi/2 + 0.045.
+    // Clothoid A 100 north from (100, 50), turning left: at l = 30 (x, y) by three series terms and by the Fresnel
+    // integrals (Simpson, 2e5 steps), the world point (100 - y, 50 + x), the tangent pi/2 + 30^2 / (2 A^2).
     CRoute2 spiral = Route({Pt(SEGMENT_TRANSITION, 100, 50, kHalfPi, -1, 100),
                             Pt(SEGMENT_ARC, 97.92, 99.92, kHalfPi + 0.125, 200)}),
             exact(spiral);

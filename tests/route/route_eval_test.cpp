@@ -10,11 +10,6 @@
 using namespace route_test;
 
 namespace {
-void ExpectPoint(const CDblPoint& p, double x, double y, double tol) {
-    EXPECT_NEAR(p.x, x, tol);
-    EXPECT_NEAR(p.y, y, tol);
-}
-
 CCriticalPoint ExpectAt(const CRoute2& route, double mile, double x, double y, double angle, int index) {
     CCriticalPoint cp;
     EXPECT_EQ(route.GetCriticalPoint(mile, cp), index) << mile;

@@ -30,36 +30,32 @@ TEST(CRoute2Locate, RandomMilesAndOffsetsComeBack) {
     }
 }
 
-// By hand: a straight of 100 east from (0,0) then a left quarter of radius 100 about (100,100).
+// By hand: a straight of 100 east from (0,0) then a left quarter of radius 100 about (100,100), from mile 10; the
+// route's own offset does not enter the answers. Each point has one foot, or none: before the start; the centre,
+// which faces the whole arc, has only the straight's. Element -1: not checked.
 TEST(CRoute2Locate, StraightArcEndsAndCentre) {
     const CRoute2 route =
         Route({Pt(SEGMENT_LINE, 0, 0, 0, -1), Pt(SEGMENT_ARC, 100, 0, 0, 100), Pt(SEGMENT_LINE, 200, 100, kHalfPi, -1)},
-              10.0, 2.0);  // the route's own offset does not enter the answers
-    CArray<CRouteFoot> feet;
-    ASSERT_EQ(route.Locate(CDblPoint(30, -4), feet), 1);  // mile 10 + 30, 4 to the right
-    EXPECT_NEAR(feet[0].mile, 40, 1e-12);
-    EXPECT_NEAR(feet[0].offset, -4, 1e-12);
-    EXPECT_EQ(feet[0].element, 0);
-    // (100 + 50, 100 - 50 sqrt 3): 100 from the centre at -60 degrees, 30 degrees into the arc, so on the arc itself:
-    // mile 10 + 100 + 100 pi / 6, offset 0; nothing else faces it.
-    ASSERT_EQ(route.Locate(CDblPoint(150, 100 - 50 * std::sqrt(3.0)), feet), 1);
-    EXPECT_NEAR(feet[0].mile, 110 + 100 * kPi / 6, 1e-9);
-    EXPECT_NEAR(feet[0].offset, 0, 1e-9);
-    // Inside the curve, 20 from the centre at -45 degrees: the arc's foot 80 to the left, 45 degrees into it; its far
-    // side (135 degrees) and the straight (x > 100) do not face the point.
+              10.0, 2.0);
     const double d = 20 / std::sqrt(2.0);
-    ASSERT_EQ(route.Locate(CDblPoint(100 + d, 100 - d), feet), 1);
-    EXPECT_NEAR(feet[0].mile, 110 + 100 * kPi / 4, 1e-9);
-    EXPECT_NEAR(feet[0].offset, 80, 1e-9);
-    EXPECT_EQ(feet[0].element, 1);
-    // (100, 50) faces the join: the straight's end and the arc's start are one foot, 50 to the left at mile 110.
-    ASSERT_EQ(route.Locate(CDblPoint(100, 50), feet), 1);
-    EXPECT_NEAR(feet[0].mile, 110, 1e-9);
-    EXPECT_NEAR(feet[0].offset, 50, 1e-9);
-    EXPECT_EQ(route.Locate(CDblPoint(-5, 3), feet), 0);  // before the start: no perpendicular meets the route
-    EXPECT_EQ(route.Locate(CDblPoint(std::nan(""), 0), feet), 0);
-    // The centre faces the whole arc: no foot there, only the straight's, 100 to the left at its end.
-    ASSERT_EQ(route.Locate(CDblPoint(100, 100), feet), 1);
-    EXPECT_NEAR(feet[0].mile, 110, 1e-9);
-    EXPECT_NEAR(feet[0].offset, 100, 1e-9);
+    const struct { CDblPoint p; int count; double mile, offset; int element; } rows[] = {
+        {{30, -4}, 1, 40, -4, 0},  // 4 to the right of the straight
+        {{150, 100 - 50 * std::sqrt(3.0)}, 1, 110 + 100 * kPi / 6, 0, -1},  // on the arc, 30 degrees in
+        {{100 + d, 100 - d}, 1, 110 + 100 * kPi / 4, 80, 1},  // inside: 20 from the centre at -45 degrees
+        {{100, 50}, 1, 110, 50, -1},                          // facing the join: one foot for both elements
+        {{100, 100}, 1, 110, 100, -1},                        // the centre
+        {{-5, 3}, 0, 0, 0, -1},
+        {{std::nan(""), 0}, 0, 0, 0, -1},
+    };
+    CArray<CRouteFoot> feet;
+    for (const auto& r : rows) {
+        SCOPED_TRACE(testing::Message() << r.p.x << "," << r.p.y);
+        ASSERT_EQ(route.Locate(r.p, feet), r.count);
+        if (r.count == 0) continue;
+        EXPECT_NEAR(feet[0].mile, r.mile, 1e-9);
+        EXPECT_NEAR(feet[0].offset, r.offset, 1e-9);
+        if (r.element >= 0) {
+            EXPECT_EQ(feet[0].element, r.element);
+        }
+    }
 }

@@ -3,6 +3,8 @@
 
 #include <orvmath/route2.h>
 
+#include <gtest/gtest.h>
+
 #include <initializer_list>
 
 namespace route_test {
@@ -17,6 +19,11 @@ inline CRoute2 Route(std::initializer_list<CCriticalPoint> pts, double startMile
     CCriticalPointArray a;
     for (const CCriticalPoint& p : pts) a.Add(p);
     return CRoute2(a, startMile, offset);
+}
+
+inline void ExpectPoint(const CDblPoint& p, double x, double y, double tol = 1e-9) {
+    EXPECT_NEAR(p.x, x, tol);
+    EXPECT_NEAR(p.y, y, tol);
 }
 
 constexpr double kHalfPi = kPi / 2;

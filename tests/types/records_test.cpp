@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <string>
 
 using namespace ORVMATH;
@@ -38,6 +39,24 @@ Golden Value(const char* name, T value, const std::string& hex) {
             }};
 }
 
+// An array of the given elements, stored with Serialize (or << when ByOperators) and loaded the same way into a
+// fresh array, then compared element by element bit for bit.
+template <class A, class T, bool ByOperators = false>
+Golden ArrayOf(const char* name, std::initializer_list<T> items, const std::string& hex) {
+    A a;
+    for (const T& t : items) a.Add(t);
+    const auto io = [](CArchive& ar, A& x) {
+        if constexpr (ByOperators) ar.IsStoring() ? void(ar << x) : void(ar >> x);
+        else x.Serialize(ar);
+    };
+    return {name, [a, io](CArchive& ar) { A copy(a); io(ar, copy); }, hex, [a, io](CArchive& ar) {
+                A loaded;
+                io(ar, loaded);
+                ASSERT_EQ(loaded.GetSize(), a.GetSize());
+                for (INT_PTR i = 0; i < a.GetSize(); ++i) EXPECT_EQ(std::memcmp(&loaded[i], &a[i], sizeof(T)), 0) << i;
+            }};
+}
+
 std::vector<Golden> Goldens() {
     return {
         Value("CDblPoint", CDblPoint(1, -2), k1 + kM2),
@@ -49,61 +68,10 @@ std::vector<Golden> Goldens() {
         Value("CArc2", CArc2(CDblPoint(1, 2), 3, 0.5, -2), k1 + k2 + k3 + kHalf + kM2),  // radians as held; 40 bytes
         // Arrays of structures: a count, then each element's record (never the
         // host's memory image, so big-endian hosts store the same bytes).
-        {"CArray<CDblPoint3>",
-         [](CArchive& ar) {
-             CArray<CDblPoint3> a;
-             a.Add(CDblPoint3(1, 2, 3));
-             a.Serialize(ar);
-         },
-         "0100 " + k1 + k2 + k3,
-         [](CArchive& ar) {
-             CArray<CDblPoint3> a;
-             a.Serialize(ar);
-             ASSERT_EQ(a.GetSize(), 1);
-             EXPECT_TRUE(a[0].x == 1 && a[0].y == 2 && a[0].z == 3);
-         }},
-        {"CArray<dcomplex>",
-         [](CArchive& ar) {
-             CArray<dcomplex, dcomplex> a;
-             a.Add(dcomplex(0.5, -1));
-             a.Serialize(ar);
-         },
-         "0100 " + kHalf + kM1,
-         [](CArchive& ar) {
-             CArray<dcomplex, dcomplex> a;
-             a.Serialize(ar);
-             ASSERT_EQ(a.GetSize(), 1);
-             EXPECT_TRUE(a[0].r == 0.5 && a[0].i == -1);
-         }},
-        {"CDblArray",
-         [](CArchive& ar) {
-             CDblArray a;
-             a.Add(1);
-             a.Add(-2);
-             ar << a;
-         },
-         "0200 " + k1 + kM2,
-         [](CArchive& ar) {
-             CDblArray a;
-             ar >> a;
-             ASSERT_EQ(a.GetSize(), 2);
-             EXPECT_TRUE(a[0] == 1 && a[1] == -2);
-         }},
-        {"CIntArray",
-         [](CArchive& ar) {
-             CIntArray a;
-             a.Add(1);
-             a.Add(-2);
-             a.Add(0x01020304);
-             ar << a;
-         },
-         "0300 01000000 feffffff 04030201",
-         [](CArchive& ar) {
-             CIntArray a;
-             ar >> a;
-             ASSERT_EQ(a.GetSize(), 3);
-             EXPECT_TRUE(a[0] == 1 && a[1] == -2 && a[2] == 0x01020304);
-         }},
+        ArrayOf<CArray<CDblPoint3>, CDblPoint3>("CArray<CDblPoint3>", {CDblPoint3(1, 2, 3)}, "0100 " + k1 + k2 + k3),
+        ArrayOf<CArray<dcomplex, dcomplex>, dcomplex>("CArray<dcomplex>", {dcomplex(0.5, -1)}, "0100 " + kHalf + kM1),
+        ArrayOf<CDblArray, double, true>("CDblArray", {1, -2}, "0200 " + k1 + kM2),
+        ArrayOf<CIntArray, int, true>("CIntArray", {1, -2, 0x01020304}, "0300 01000000 feffffff 04030201"),
         {"CDblPointVector", [](CArchive& ar) { ar << CDblPointVector{{1, 2}, {3, 4}}; }, "0200 " + k1 + k2 + k3 + k4,
          [](CArchive& ar) {
              CDblPointVector v{{9, 9}, {9, 9}, {9, 9}};  // loading replaces, not appends
@@ -111,32 +79,8 @@ std::vector<Golden> Goldens() {
              ASSERT_EQ(v.size(), 2u);
              EXPECT_TRUE(v[0].x == 1 && v[0].y == 2 && v[1].x == 3 && v[1].y == 4);
          }},
-        {"CDblPointArray",
-         [](CArchive& ar) {
-             CDblPointArray a;
-             a.Add(1, 2);
-             a.Serialize(ar);
-         },
-         "0100 " + k1 + k2,
-         [](CArchive& ar) {
-             CDblPointArray a;
-             a.Serialize(ar);
-             ASSERT_EQ(a.GetSize(), 1);
-             EXPECT_TRUE(a[0].x == 1 && a[0].y == 2);
-         }},
-        {"CLine2Array",
-         [](CArchive& ar) {
-             CLine2Array a;
-             a.Add(CLine2(1, 2, 3, 4));
-             a.Serialize(ar);
-         },
-         "0100 " + k1 + k2 + k3 + k4,
-         [](CArchive& ar) {
-             CLine2Array a;
-             a.Serialize(ar);
-             ASSERT_EQ(a.GetSize(), 1);
-             EXPECT_TRUE(a[0].start.x == 1 && a[0].end.y == 4);
-         }},
+        ArrayOf<CDblPointArray, CDblPoint>("CDblPointArray", {CDblPoint(1, 2)}, "0100 " + k1 + k2),
+        ArrayOf<CLine2Array, CLine2>("CLine2Array", {CLine2(1, 2, 3, 4)}, "0100 " + k1 + k2 + k3 + k4),
         {"Vector3d", [](CArchive& ar) { Vector3d(1, -2, 0.5).Serialize(ar); }, k1 + kM2 + kHalf,
          [](CArchive& ar) {
              Vector3d v;
