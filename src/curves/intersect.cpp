@@ -55,6 +55,18 @@ bool BoxesApart(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& q1, c
            std::max(q1.y, q2.y) + margin < std::min(p1.y, p2.y) - margin;
 }
 
+// Do a and b both lie on one side of the line through p1 and p2, each
+// farther from it than margin? The cross products are compared with margin
+// times |dx| + |dy| (not below the segment's length), and margin dwarfs
+// their rounding. NaN never counts as one side.
+bool EndsOnOneSide(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& a, const CDblPoint& b, double margin) {
+    const double dx = p2.x - p1.x, dy = p2.y - p1.y;
+    const double ca = dx * (a.y - p1.y) - dy * (a.x - p1.x);
+    const double cb = dx * (b.y - p1.y) - dy * (b.x - p1.x);
+    const double need = margin * (std::fabs(dx) + std::fabs(dy));
+    return (ca > need && cb > need) || (ca < -need && cb < -need);
+}
+
 // The unbounded-extension rules of the segment form: shared ends, then a
 // segment shrunk to a point. True when one of these cases applies (whether
 // or not it produced a point).
@@ -130,6 +142,13 @@ void XLineLine(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& q1, co
                 scale = std::max(scale, std::max(std::fabs(p->x), std::fabs(p->y)));
             const double margin = std::max(std::max(slack, 0.0), std::max(eps.x, eps.y)) + 1e-9 * (1.0 + scale);
             if (BoxesApart(p1, p2, q1, q2, margin)) return;
+            // The same across the lines: the solved point lies on both lines
+            // up to rounding, so when both ends of one segment stay on one
+            // side of the other's line by more than the slack (or by more
+            // than a shared end may be off, the point epsilon along both
+            // axes), no point can be accepted. Most crossing boxes end here.
+            const double sideMargin = std::max(margin, eps.x + eps.y + 1e-9 * (1.0 + scale));
+            if (EndsOnOneSide(p1, p2, q1, q2, sideMargin) || EndsOnOneSide(q1, q2, p1, p2, sideMargin)) return;
         }
         if (SettleSharedOrDegenerate(p1, p2, q1, q2, out)) return;
     }
