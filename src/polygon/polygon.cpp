@@ -104,28 +104,30 @@ bool PtInPolygonEx(const CDblPointArray& polygon, const CDblPoint& pt) {
     const INT_PTR n = polygon.GetSize();
     // Indexed access, so that an empty array raises the array's own
     // invalid-argument exception.
-    const CDblPoint* prev = &polygon[n - 1];
+    const CDblPoint& last = polygon[n - 1];
     const CDblPoint* v = polygon.GetData();
-    int q = Quadrant(*prev, pt);
+    int q = Quadrant(last, pt);
     int w = 0;  // quarter turns around pt
-    for (INT_PTR i = 0; i < n; ++i) {
-        // Vertices in the quadrant of the one before change nothing.
+    for (INT_PTR i = 0; i < n;) {
+        // Vertices in the quadrant of the one before change nothing: skip
+        // their runs, then take the block that ended the run one by one.
         i = SkipQuadrantRun(v, i, n, q, pt);
-        if (i == n) break;
-        const int q1 = Quadrant(v[i], pt);
-        if (q1 == q) continue;
-        prev = i == 0 ? &v[n - 1] : &v[i - 1];
-        if (q1 == ((q + 1) & 3)) {
-            ++w;
-        } else if (q == ((q1 + 1) & 3)) {
-            --w;
-        } else {
-            // A jump to the opposite quadrant: the side of pt decides the
-            // direction. c == 0 (pt on the edge) counts as clockwise.
-            const double c = (prev->x - pt.x) * (v[i].y - pt.y) - (v[i].x - pt.x) * (prev->y - pt.y);
-            w += c > 0 ? 2 : -2;
+        for (const INT_PTR stop = i + 4 < n ? i + 4 : n; i < stop; ++i) {
+            const int q1 = Quadrant(v[i], pt);
+            if (q1 == q) continue;
+            if (q1 == ((q + 1) & 3)) {
+                ++w;
+            } else if (q == ((q1 + 1) & 3)) {
+                --w;
+            } else {
+                // A jump to the opposite quadrant: the side of pt decides the
+                // direction. c == 0 (pt on the edge) counts as clockwise.
+                const CDblPoint* prev = i == 0 ? &last : &v[i - 1];
+                const double c = (prev->x - pt.x) * (v[i].y - pt.y) - (v[i].x - pt.x) * (prev->y - pt.y);
+                w += c > 0 ? 2 : -2;
+            }
+            q = q1;
         }
-        q = q1;
     }
     return w != 0;
 }
