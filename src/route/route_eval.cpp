@@ -47,9 +47,12 @@ void SeriesDenominators(double A, double (&d)[6]) {
 
 // The clothoid at arc length l in its standard frame: three terms of the
 // series in each coordinate. Every clothoid point of the route comes from here.
+// The powers are IntPow's products, shared: l^3 = l l^2, l^5 = l l^4,
+// l^7 = l^3 l^4, l^9 = l l^8 and l^11 = l^3 l^8.
 CDblPoint SeriesPoint(const double (&d)[6], double l) {
-    const double x = l - IntPow(l, 5) / d[0] + IntPow(l, 9) / d[1];
-    const double y = IntPow(l, 3) / d[2] - IntPow(l, 7) / d[3] + IntPow(l, 11) / d[4];
+    const double l2 = l * l, l4 = l2 * l2, l8 = l4 * l4, l3 = l * l2;
+    const double x = l - l * l4 / d[0] + l * l8 / d[1];
+    const double y = l3 / d[2] - l3 * l4 / d[3] + l3 * l8 / d[4];
     return CDblPoint(x, y);
 }
 
@@ -372,27 +375,39 @@ void CRoute2::SetClothoidMode(ClothoidMode mode) {
     RebuildMileIndex();
 }
 
+namespace {
+
+// The margin by which a mile d must clear an element's running sums in e
+// (n of them) to lie in that element beyond rounding doubt (FindMile's test).
+inline double SureSlack(const double* e, INT_PTR n, double d) {
+    return (2.0 * static_cast<double>(n) + 4.0) * DBL_EPSILON * (std::fabs(d) + e[n - 1]);
+}
+
+// Does d lie in element k by that margin? Then fromStart is the distance into it.
+inline bool SurelyIn(const double* e, INT_PTR n, double slack, double d, INT_PTR k, double& fromStart) {
+    if (k < 0 || k >= n || !(k == 0 || d - e[k - 1] >= slack) || !(d - e[k] < -slack)) return false;
+    fromStart = k == 0 ? d : d - e[k - 1];
+    return true;
+}
+
+}  // namespace
+
 int CRoute2::FindElement(double d, int hint, double& fromStart) const {
     // The element the hint names, or the next one, when the mile lies there
-    // beyond rounding doubt (FindMile's test); then the same for the element
-    // where d's bucket of the mile index begins; else the full search.
+    // beyond rounding doubt; then the same for the element where d's bucket
+    // of the mile index begins; else the full search.
     const INT_PTR n = m_SegEnds.GetSize();
     if (n == m_SegMiles.GetSize() && n > 0 && std::isfinite(d)) {
         const double* e = m_SegEnds.GetData();
-        const double slack = (2.0 * static_cast<double>(n) + 4.0) * DBL_EPSILON * (std::fabs(d) + e[n - 1]);
-        const auto sure = [&](INT_PTR k) {
-            if (k < 0 || k >= n || !(k == 0 || d - e[k - 1] >= slack) || !(d - e[k] < -slack)) return false;
-            fromStart = k == 0 ? d : d - e[k - 1];
-            return true;
-        };
-        if (sure(hint)) return hint;
-        if (sure(hint + 1)) return hint + 1;
+        const double slack = SureSlack(e, n, d);
+        if (SurelyIn(e, n, slack, d, hint, fromStart)) return hint;
+        if (SurelyIn(e, n, slack, d, hint + 1, fromStart)) return hint + 1;
         if (!m_MileBuckets.empty()) {
             const double b = std::floor(d / m_BucketMiles);
             const INT_PTR last = static_cast<INT_PTR>(m_MileBuckets.size()) - 1;
             const INT_PTR k = m_MileBuckets[static_cast<std::size_t>(b > 0.0 ? std::min<double>(b, last) : 0.0)];
-            if (sure(k)) return static_cast<int>(k);
-            if (sure(k + 1)) return static_cast<int>(k + 1);
+            if (SurelyIn(e, n, slack, d, k, fromStart)) return static_cast<int>(k);
+            if (SurelyIn(e, n, slack, d, k + 1, fromStart)) return static_cast<int>(k + 1);
         }
     }
     int i = -1;
@@ -419,6 +434,15 @@ int CRoute2::ElementNear(double mile, int hint, double& s, INT_PTR& snapped) con
     }
     const double d = mile - m_dStartMile;
     if (d < 0.0 || d > GetMile()) return -1;
+    // FindElement's first two tests, here so that a mile in the hinted
+    // element or the next, the common case of a batch, costs no call.
+    const INT_PTR segs = m_SegEnds.GetSize();
+    if (hint >= 0 && segs == m_SegMiles.GetSize() && segs > 0 && std::isfinite(d)) {
+        const double* e = m_SegEnds.GetData();
+        const double slack = SureSlack(e, segs, d);
+        if (SurelyIn(e, segs, slack, d, hint, s)) return hint;
+        if (SurelyIn(e, segs, slack, d, hint + 1, s)) return hint + 1;
+    }
     return FindElement(d, hint, s);
 }
 
@@ -463,10 +487,9 @@ CDblPoint Shifted(const CDblPoint& p, const CDblSize& t, double shift) {
 }  // namespace
 
 CDblPoint CRoute2::GetPoint(double mile, double offset) const {
-    CCriticalPoint cp;
-    CDblSize tangent;
-    if (CriticalPointNear(mile, -1, cp, &tangent) < 0) return CDblPoint();
-    return Shifted(cp.pt, tangent, m_dOffset + offset);
+    CDblPoint p;
+    GetPoints(&mile, &offset, 1, &p, nullptr);
+    return p;
 }
 
 void CRoute2::GetPoints(const double* miles, const double* offsets, INT_PTR count, CDblPoint* points,
