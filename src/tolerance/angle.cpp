@@ -14,15 +14,20 @@ double NormalizeAng(double deg) {
 }
 
 double NormalizeAng_Rad(double rad) {
-    // Within a turn of zero the quotient's floor is known without dividing:
-    // 0 on [0, 6.28], -1 on [-6.28, -1e-200] (the quotient cannot round to 1
-    // or -1 there, nor underflow to -0). The arithmetic after it is the same.
-    if (rad >= 0.0 && rad <= 6.28) return rad > kPi ? rad - k2Pi : rad;
-    if (rad >= -6.28 && rad <= -1e-200) {
-        const double r = rad - (2.0 * -1) * kPi;
-        return r > kPi ? r - k2Pi : r;
-    }
-    const int k = detail::TruncToInt32(std::floor(rad / k2Pi));
+    // Within two turns of zero the quotient's floor is known without
+    // dividing: these bounds keep rad / 2pi clear of the integers (it cannot
+    // round onto one, nor underflow to -0). The arithmetic after it is the same.
+    int k;
+    if (rad >= 0.0 && rad <= 6.28)
+        k = 0;
+    else if (rad >= -6.28 && rad <= -1e-200)
+        k = -1;
+    else if (rad >= 6.2832 && rad <= 12.56)
+        k = 1;
+    else if (rad >= -12.56 && rad <= -6.2832)
+        k = -2;
+    else
+        k = detail::TruncToInt32(std::floor(rad / k2Pi));
     double r = rad - (2.0 * k) * kPi;
     if (r > kPi) r -= k2Pi;
     return r;
