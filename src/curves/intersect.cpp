@@ -136,18 +136,18 @@ void XLineLine(const CDblPoint& p1, const CDblPoint& p2, const CDblPoint& q1, co
         // drawing end here, before any line is solved. A segment shrunk to a
         // point is tested against the other's whole line, so it goes on.
         if (!(p1 == p2) && !(q1 == q2)) {
-            const CDblPoint eps = CDblPointEpsilon::get();
+            const double ex = CDblPointEpsilon::x(), ey = CDblPointEpsilon::y();
             double scale = 0.0;
             for (const CDblPoint* p : {&p1, &p2, &q1, &q2})
                 scale = std::max(scale, std::max(std::fabs(p->x), std::fabs(p->y)));
-            const double margin = std::max(std::max(slack, 0.0), std::max(eps.x, eps.y)) + 1e-9 * (1.0 + scale);
+            const double margin = std::max(std::max(slack, 0.0), std::max(ex, ey)) + 1e-9 * (1.0 + scale);
             if (BoxesApart(p1, p2, q1, q2, margin)) return;
             // The same across the lines: the solved point lies on both lines
             // up to rounding, so when both ends of one segment stay on one
             // side of the other's line by more than the slack (or by more
             // than a shared end may be off, the point epsilon along both
             // axes), no point can be accepted. Most crossing boxes end here.
-            const double sideMargin = std::max(margin, eps.x + eps.y + 1e-9 * (1.0 + scale));
+            const double sideMargin = std::max(margin, ex + ey + 1e-9 * (1.0 + scale));
             if (EndsOnOneSide(p1, p2, q1, q2, sideMargin) || EndsOnOneSide(q1, q2, p1, p2, sideMargin)) return;
         }
         if (SettleSharedOrDegenerate(p1, p2, q1, q2, out)) return;
