@@ -15,14 +15,24 @@ namespace {
 // their order are those of plain Gauss-Jordan on the block in place.
 using Block = double[3][3];
 
-template <int R, int S>
-inline void SwapRows(Block& a) noexcept {
-    for (int j = 0; j < 3; ++j) std::swap(a[R][j], a[S][j]);
+// Interchanges rows (columns when Columns) R and S.
+template <bool Columns, int R, int S>
+inline void Swap(Block& a) noexcept {
+    for (int k = 0; k < 3; ++k) {
+        if constexpr (Columns)
+            std::swap(a[k][R], a[k][S]);
+        else
+            std::swap(a[R][k], a[S][k]);
+    }
 }
 
-template <int C, int D>
-inline void SwapColumns(Block& a) noexcept {
-    for (int i = 0; i < 3; ++i) std::swap(a[i][C], a[i][D]);
+// Interchanges rows (columns when Columns) K and p, K <= p <= 2.
+template <bool Columns, int K>
+inline void Exchange(Block& a, int p) noexcept {
+    if constexpr (K + 1 < 3)
+        if (p == K + 1) Swap<Columns, K, K + 1>(a);
+    if constexpr (K + 2 < 3)
+        if (p == K + 2) Swap<Columns, K, K + 2>(a);
 }
 
 // Row of the first largest |a(i, K)| for i in K..2 (a later row must be
@@ -41,31 +51,13 @@ inline int PivotRow(const Block& a) noexcept {
     return row;
 }
 
-// Brings row p (K <= p <= 2) to row K.
-template <int K>
-inline void BringRowUp(Block& a, int p) noexcept {
-    if constexpr (K + 1 < 3)
-        if (p == K + 1) SwapRows<K, K + 1>(a);
-    if constexpr (K + 2 < 3)
-        if (p == K + 2) SwapRows<K, K + 2>(a);
-}
-
-// Interchanges columns K and p (K <= p <= 2).
-template <int K>
-inline void SwapColumnBack(Block& a, int p) noexcept {
-    if constexpr (K + 1 < 3)
-        if (p == K + 1) SwapColumns<K, K + 1>(a);
-    if constexpr (K + 2 < 3)
-        if (p == K + 2) SwapColumns<K, K + 2>(a);
-}
-
 // One elimination step on column K; false when its pivot is within eps of 0.
 template <int K>
 inline bool Eliminate(Block& a, double eps, int& pivotRow) noexcept {
     const int p = PivotRow<K>(a);
     const double pivot = p == K ? a[K][K] : (p == K + 1 ? a[(K + 1) % 3][K] : a[(K + 2) % 3][K]);
     if (eps >= std::fabs(pivot)) return false;
-    BringRowUp<K>(a, p);
+    Exchange<false, K>(a, p);
     pivotRow = p;
     a[K][K] = 1.0 / pivot;
     for (int i = 0; i < 3; ++i) {
@@ -97,8 +89,8 @@ bool InvertAffineRowMajor(double* m, double eps) noexcept {
     if (ok) {
         // Row interchanges come back as column interchanges, last first; the
         // last column is never interchanged.
-        SwapColumnBack<1>(a, pivotRow[1]);
-        SwapColumnBack<0>(a, pivotRow[0]);
+        Exchange<true, 1>(a, pivotRow[1]);
+        Exchange<true, 0>(a, pivotRow[0]);
     }
     Store(a, m);
     if (!ok) return false;
