@@ -85,12 +85,12 @@ TEST(PtInPolygonEx, NonzeroWindingOnAnyPolygon) {
 }
 
 // Long runs of vertices in one quadrant are passed over in blocks; the answer must not depend on where a block
-// ends. A square [0, 4]^2 subdivided unevenly (5, 6, 7 and 9 pieces per side: 27 vertices, counter-clockwise and
+// ends. A square [0, 4]^2 subdivided unevenly (8, 6, 7 and 9 pieces per side: 30 vertices, counter-clockwise and
 // reversed) and queried on a half-unit grid, many queries level with a vertex: inside exactly in the open square.
 // Then circles of 1001 and 1003 vertices (radius 1): inside at radius 0.9, outside at 1.1.
 TEST(PtInPolygonEx, RunsOfOneQuadrantKeepTheWinding) {
     CDblPointArray square, reversed;
-    const int pieces[4] = {5, 6, 7, 9};
+    const int pieces[4] = {8, 6, 7, 9};
     const CDblPoint corner[5] = {{0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}};
     for (int s = 0; s < 4; ++s)
         for (int k = 0; k < pieces[s]; ++k) {
