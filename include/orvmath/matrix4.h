@@ -15,6 +15,8 @@
 
 #include <boost/numeric/ublas/matrix.hpp>
 
+#include <cstring>
+
 namespace ORVMATH {
 
 // Below this on both |x| and |y|, a normal counts as near the world Z axis and
@@ -27,11 +29,17 @@ public:
     using Elements = boost::numeric::ublas::c_matrix<double, 4, 4>;
 
     CMatrix4() noexcept { SetUnitary(); }  // identity
-    CMatrix4(const CMatrix4&) = default;
+    CMatrix4(const CMatrix4& b) noexcept : CObject(b) { CopyElements(b); }
     CMatrix4(const Elements& m) : m_(m) {}
     // Element (i, j) = a[i][j].
     explicit CMatrix4(const double (*a)[4]) noexcept;
-    CMatrix4& operator=(const CMatrix4&) = default;
+    CMatrix4& operator=(const CMatrix4& b) noexcept {
+        if (this != &b) {
+            CObject::operator=(b);
+            CopyElements(b);
+        }
+        return *this;
+    }
     ~CMatrix4() override = default;
 
     // Element at (row, column), 0..3 each; not checked.
@@ -119,6 +127,12 @@ public:
 private:
     struct NoInit {};
     explicit CMatrix4(NoInit) noexcept {}
+    // The 16 elements as one block: c_matrix's own copy goes row by row
+    // through a library call each.
+    void CopyElements(const CMatrix4& b) noexcept {
+        m_.resize(b.m_.size1(), b.m_.size2(), false);
+        std::memcpy(m_.data(), b.m_.data(), sizeof(double) * 16);
+    }
 
     Elements m_;
 };

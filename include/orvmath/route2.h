@@ -559,6 +559,12 @@ private:
     // The critical point and unit tangent at distance s into element i
     // (0 <= i < number of points - 1).
     void EvaluateElement(int i, double s, CCriticalPoint& cp, CDblSize& tangent) const;
+    // Where the mile lies, with a starting guess for the element: a mile
+    // within kRouteMileSnapTol of the start (end) mile is the first (last)
+    // critical point, given in `snapped`, and returns element 0 (the last);
+    // otherwise `snapped` is -1 and s the distance into the returned element.
+    // -1 for a null route or a mile off the route.
+    int ElementNear(double mile, int hint, double& s, INT_PTR& snapped) const;
     // GetCriticalPoint with a starting guess for the element; also the unit
     // tangent (the direction of cp.angle) when `tangent` is given.
     int CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSize* tangent) const;

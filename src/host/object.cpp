@@ -60,7 +60,6 @@ CRuntimeClassRegistration::~CRuntimeClassRegistration() {
     }
 }
 
-CObject::~CObject() = default;
 CRuntimeClass* CObject::GetRuntimeClass() const { return &classCObject; }
 void CObject::Serialize(CArchive&) {}
 BOOL CObject::IsKindOf(const CRuntimeClass* pClass) const { return GetRuntimeClass()->IsDerivedFrom(pClass); }

@@ -2,6 +2,11 @@
 
 #include <cmath>
 
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#define ORVMATH_POLYGON_SSE2 1
+#endif
+
 namespace ORVMATH {
 
 namespace {
@@ -64,28 +69,65 @@ bool PtInPolygon(const CDblPointArray& polygon, const CDblPoint& pt) {
     return true;
 }
 
+namespace {
+
+// The first index from i on (at most n) where a block of four vertices does
+// not lie wholly in quadrant q around pt, stepping four at a time. Only a
+// shortcut past the runs a winding count ignores: the test is strict enough
+// never to pass a vertex whose Quadrant differs from q (a NaN coordinate ends
+// the run), and the caller treats the vertices from the returned index one by
+// one as before.
+INT_PTR SkipQuadrantRun(const CDblPoint* v, INT_PTR i, INT_PTR n, int q, const CDblPoint& pt) noexcept {
+#ifdef ORVMATH_POLYGON_SSE2
+    const __m128d p = _mm_set_pd(pt.y, pt.x);
+    // Lanes (x, y). Quadrants 0, 1 and 3 compare with >= and then flip the
+    // lanes that must be false; quadrant 2 needs x < pt.x and y < pt.y.
+    const __m128d all = _mm_castsi128_pd(_mm_set1_epi32(-1)), none = _mm_setzero_pd();
+    const __m128d flip = q == 1 ? _mm_move_sd(none, all) : (q == 3 ? _mm_move_sd(all, none) : none);
+    const auto inQ = [&](const CDblPoint& a) {
+        const __m128d c = _mm_loadu_pd(&a.x);
+        return q == 2 ? _mm_cmplt_pd(c, p) : _mm_xor_pd(_mm_cmpge_pd(c, p), flip);
+    };
+    for (; i + 4 <= n; i += 4) {
+        const __m128d in = _mm_and_pd(_mm_and_pd(inQ(v[i]), inQ(v[i + 1])), _mm_and_pd(inQ(v[i + 2]), inQ(v[i + 3])));
+        if (_mm_movemask_pd(in) != 3) break;
+    }
+#else
+    (void)v, (void)n, (void)q, (void)pt;
+#endif
+    return i;
+}
+
+}  // namespace
+
 bool PtInPolygonEx(const CDblPointArray& polygon, const CDblPoint& pt) {
     const INT_PTR n = polygon.GetSize();
     // Indexed access, so that an empty array raises the array's own
     // invalid-argument exception.
-    const CDblPoint* prev = &polygon[n - 1];
+    const CDblPoint& last = polygon[n - 1];
     const CDblPoint* v = polygon.GetData();
-    int q = Quadrant(*prev, pt);
+    int q = Quadrant(last, pt);
     int w = 0;  // quarter turns around pt
-    for (INT_PTR i = 0; i < n; prev = &v[i], ++i) {
-        const int q1 = Quadrant(v[i], pt);
-        if (q1 == q) continue;
-        if (q1 == ((q + 1) & 3)) {
-            ++w;
-        } else if (q == ((q1 + 1) & 3)) {
-            --w;
-        } else {
-            // A jump to the opposite quadrant: the side of pt decides the
-            // direction. c == 0 (pt on the edge) counts as clockwise.
-            const double c = (prev->x - pt.x) * (v[i].y - pt.y) - (v[i].x - pt.x) * (prev->y - pt.y);
-            w += c > 0 ? 2 : -2;
+    for (INT_PTR i = 0; i < n;) {
+        // Vertices in the quadrant of the one before change nothing: skip
+        // their runs, then take the block that ended the run one by one.
+        i = SkipQuadrantRun(v, i, n, q, pt);
+        for (const INT_PTR stop = i + 4 < n ? i + 4 : n; i < stop; ++i) {
+            const int q1 = Quadrant(v[i], pt);
+            if (q1 == q) continue;
+            if (q1 == ((q + 1) & 3)) {
+                ++w;
+            } else if (q == ((q1 + 1) & 3)) {
+                --w;
+            } else {
+                // A jump to the opposite quadrant: the side of pt decides the
+                // direction. c == 0 (pt on the edge) counts as clockwise.
+                const CDblPoint* prev = i == 0 ? &last : &v[i - 1];
+                const double c = (prev->x - pt.x) * (v[i].y - pt.y) - (v[i].x - pt.x) * (prev->y - pt.y);
+                w += c > 0 ? 2 : -2;
+            }
+            q = q1;
         }
-        q = q1;
     }
     return w != 0;
 }

@@ -47,9 +47,12 @@ void SeriesDenominators(double A, double (&d)[6]) {
 
 // The clothoid at arc length l in its standard frame: three terms of the
 // series in each coordinate. Every clothoid point of the route comes from here.
+// The powers are IntPow's products, shared: l^3 = l l^2, l^5 = l l^4,
+// l^7 = l^3 l^4, l^9 = l l^8 and l^11 = l^3 l^8.
 CDblPoint SeriesPoint(const double (&d)[6], double l) {
-    const double x = l - IntPow(l, 5) / d[0] + IntPow(l, 9) / d[1];
-    const double y = IntPow(l, 3) / d[2] - IntPow(l, 7) / d[3] + IntPow(l, 11) / d[4];
+    const double l2 = l * l, l4 = l2 * l2, l8 = l4 * l4, l3 = l * l2;
+    const double x = l - l * l4 / d[0] + l * l8 / d[1];
+    const double y = l3 / d[2] - l3 * l4 / d[3] + l3 * l8 / d[4];
     return CDblPoint(x, y);
 }
 
@@ -253,56 +256,85 @@ Geometry Prepare(const CCriticalPoint& p1, const CCriticalPoint& p2, ClothoidMod
     }
 }
 
-// The critical point at distance s from the start of the element p1 -> p2,
-// and the unit tangent there (the direction of cp.angle) when `tangent` is
-// given, taken from what the evaluation has already worked out where it can.
-void Evaluate(const Geometry& g, const CCriticalPoint& p1, const CCriticalPoint& p2, double s, CCriticalPoint& cp,
-              CDblSize* tangent = nullptr) {
-    cp = p1;
+// Where the element p1 -> p2 is at distance s from its start: the point, the
+// tangent direction (what the critical point there holds as pt and angle)
+// and, when WithTangent, the unit vector of that direction, taken from what
+// the evaluation has already worked out where it can.
+struct Station {
+    CDblPoint pt;
+    double angle = 0.0;
+    CDblSize tangent;
+};
+
+template <bool WithTangent>
+inline void StationAt(const Geometry& g, const CCriticalPoint& p1, const CCriticalPoint& p2, double s, Station& at) {
     switch (g.kind) {
         case Geometry::Line:
-            cp.pt = g.chord.Point(s / g.length);
-            if (tangent) *tangent = g.tangent;
+            at.pt = g.chord.Point(s / g.length);
+            at.angle = p1.angle;
+            if (WithTangent) at.tangent = g.tangent;
             return;
         case Geometry::Arc: {
             const double t = s / g.length, theta = g.arc.startAngle + t * g.arc.sweepAngle;
             const double c = std::cos(theta), sn = std::sin(theta);
-            cp.pt = CDblPoint(g.arc.centre.x + g.arc.radius * c, g.arc.centre.y + g.arc.radius * sn);
-            cp.angle = NormalizeAng_Rad(g.angle0 + g.arc.sweepAngle * t + g.turn);
+            at.pt = CDblPoint(g.arc.centre.x + g.arc.radius * c, g.arc.centre.y + g.arc.radius * sn);
+            at.angle = NormalizeAng_Rad(g.angle0 + g.arc.sweepAngle * t + g.turn);
             // The tangent is the radius turned a quarter toward the travel.
-            if (tangent) *tangent = g.turn > 0.0 ? CDblSize(-sn, c) : CDblSize(sn, -c);
+            if (WithTangent) at.tangent = g.turn > 0.0 ? CDblSize(-sn, c) : CDblSize(sn, -c);
             return;
         }
         case Geometry::ArcThrough: {
             const double t = s / g.length;
-            cp.pt = g.arc.Point(t);
-            cp.angle = NormalizeAng_Rad(g.angle0 + g.turn * t);
+            at.pt = g.arc.Point(t);
+            at.angle = NormalizeAng_Rad(g.angle0 + g.turn * t);
             break;
         }
         case Geometry::Chord:
-            cp.type = SEGMENT_LINE;
-            cp.pt = g.chord.Point(s / g.length);
-            cp.angle = (p1.angle + p2.angle) * 0.5;
-            if (tangent) *tangent = g.tangent;
+            at.pt = g.chord.Point(s / g.length);
+            at.angle = (p1.angle + p2.angle) * 0.5;
+            if (WithTangent) at.tangent = g.tangent;
             return;
         case Geometry::TransitionAtEnd:
-            cp = p2;
+            at.pt = p2.pt;
+            at.angle = p2.angle;
             break;
         case Geometry::Transition: {
             const double l = g.fromCurve ? g.l1 - s : g.l1 + s;
-            cp.radius = IsDoubleEqual(l, 0.0) ? kInfiniteRadius : g.A * g.A / l;
             const CDblPoint q = g.exact ? ExactPoint(g.A, l) : SeriesPoint(g.series, l);
             double angle = l * l / g.series[5];  // the standard tangent angle
             if (g.turnsRight) angle = -angle;
             if (g.fromCurve) angle += kPi;  // the frame runs against the direction of travel
-            cp.pt = ToWorld(g.origin, g.frameCos, g.frameSin, g.keepSide, q);
-            cp.angle = NormalizeAng_Rad(angle + g.frameAngle);
+            at.pt = ToWorld(g.origin, g.frameCos, g.frameSin, g.keepSide, q);
+            at.angle = NormalizeAng_Rad(angle + g.frameAngle);
             break;
         }
         case Geometry::Other:
+            at.pt = p1.pt;
+            at.angle = p1.angle;
             break;
     }
-    if (tangent) *tangent = Direction(cp.angle);
+    if (WithTangent) at.tangent = Direction(at.angle);
+}
+
+// The critical point at distance s from the start of the element p1 -> p2,
+// and the unit tangent there (the direction of cp.angle) when `tangent` is
+// given.
+void Evaluate(const Geometry& g, const CCriticalPoint& p1, const CCriticalPoint& p2, double s, CCriticalPoint& cp,
+              CDblSize* tangent = nullptr) {
+    Station at;
+    if (tangent)
+        StationAt<true>(g, p1, p2, s, at);
+    else
+        StationAt<false>(g, p1, p2, s, at);
+    cp = g.kind == Geometry::TransitionAtEnd ? p2 : p1;
+    cp.pt = at.pt;
+    cp.angle = at.angle;
+    if (g.kind == Geometry::Chord) cp.type = SEGMENT_LINE;
+    if (g.kind == Geometry::Transition) {
+        const double l = g.fromCurve ? g.l1 - s : g.l1 + s;
+        cp.radius = IsDoubleEqual(l, 0.0) ? kInfiniteRadius : g.A * g.A / l;
+    }
+    if (tangent) *tangent = at.tangent;
 }
 
 }  // namespace
@@ -343,27 +375,39 @@ void CRoute2::SetClothoidMode(ClothoidMode mode) {
     RebuildMileIndex();
 }
 
+namespace {
+
+// The margin by which a mile d must clear an element's running sums in e
+// (n of them) to lie in that element beyond rounding doubt (FindMile's test).
+inline double SureSlack(const double* e, INT_PTR n, double d) {
+    return (2.0 * static_cast<double>(n) + 4.0) * DBL_EPSILON * (std::fabs(d) + e[n - 1]);
+}
+
+// Does d lie in element k by that margin? Then fromStart is the distance into it.
+inline bool SurelyIn(const double* e, INT_PTR n, double slack, double d, INT_PTR k, double& fromStart) {
+    if (k < 0 || k >= n || !(k == 0 || d - e[k - 1] >= slack) || !(d - e[k] < -slack)) return false;
+    fromStart = k == 0 ? d : d - e[k - 1];
+    return true;
+}
+
+}  // namespace
+
 int CRoute2::FindElement(double d, int hint, double& fromStart) const {
     // The element the hint names, or the next one, when the mile lies there
-    // beyond rounding doubt (FindMile's test); then the same for the element
-    // where d's bucket of the mile index begins; else the full search.
+    // beyond rounding doubt; then the same for the element where d's bucket
+    // of the mile index begins; else the full search.
     const INT_PTR n = m_SegEnds.GetSize();
     if (n == m_SegMiles.GetSize() && n > 0 && std::isfinite(d)) {
         const double* e = m_SegEnds.GetData();
-        const double slack = (2.0 * static_cast<double>(n) + 4.0) * DBL_EPSILON * (std::fabs(d) + e[n - 1]);
-        const auto sure = [&](INT_PTR k) {
-            if (k < 0 || k >= n || !(k == 0 || d - e[k - 1] >= slack) || !(d - e[k] < -slack)) return false;
-            fromStart = k == 0 ? d : d - e[k - 1];
-            return true;
-        };
-        if (sure(hint)) return hint;
-        if (sure(hint + 1)) return hint + 1;
+        const double slack = SureSlack(e, n, d);
+        if (SurelyIn(e, n, slack, d, hint, fromStart)) return hint;
+        if (SurelyIn(e, n, slack, d, hint + 1, fromStart)) return hint + 1;
         if (!m_MileBuckets.empty()) {
             const double b = std::floor(d / m_BucketMiles);
             const INT_PTR last = static_cast<INT_PTR>(m_MileBuckets.size()) - 1;
             const INT_PTR k = m_MileBuckets[static_cast<std::size_t>(b > 0.0 ? std::min<double>(b, last) : 0.0)];
-            if (sure(k)) return static_cast<int>(k);
-            if (sure(k + 1)) return static_cast<int>(k + 1);
+            if (SurelyIn(e, n, slack, d, k, fromStart)) return static_cast<int>(k);
+            if (SurelyIn(e, n, slack, d, k + 1, fromStart)) return static_cast<int>(k + 1);
         }
     }
     int i = -1;
@@ -376,25 +420,42 @@ int CRoute2::FindElement(double d, int hint, double& fromStart) const {
     return i;
 }
 
-int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSize* tangent) const {
+int CRoute2::ElementNear(double mile, int hint, double& s, INT_PTR& snapped) const {
+    snapped = -1;
     if (IsNull()) return -1;
     const INT_PTR n = m_CriticalPoints.GetSize();
     if (std::fabs(mile - m_dStartMile) < kRouteMileSnapTol) {
-        cp = m_CriticalPoints[0];
-        if (tangent) *tangent = Direction(cp.angle);
+        snapped = 0;
         return 0;
     }
     if (std::fabs(mile - m_dEndMile) < kRouteMileSnapTol) {
-        cp = m_CriticalPoints[n - 1];
-        if (tangent) *tangent = Direction(cp.angle);
+        snapped = n - 1;
         return static_cast<int>(n - 2);
     }
     const double d = mile - m_dStartMile;
     if (d < 0.0 || d > GetMile()) return -1;
+    // FindElement's first two tests, here so that a mile in the hinted
+    // element or the next, the common case of a batch, costs no call.
+    const INT_PTR segs = m_SegEnds.GetSize();
+    if (hint >= 0 && segs == m_SegMiles.GetSize() && segs > 0 && std::isfinite(d)) {
+        const double* e = m_SegEnds.GetData();
+        const double slack = SureSlack(e, segs, d);
+        if (SurelyIn(e, segs, slack, d, hint, s)) return hint;
+        if (SurelyIn(e, segs, slack, d, hint + 1, s)) return hint + 1;
+    }
+    return FindElement(d, hint, s);
+}
 
+int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSize* tangent) const {
     double s = 0.0;
-    const int i = FindElement(d, hint, s);
+    INT_PTR snapped = -1;
+    const int i = ElementNear(mile, hint, s, snapped);
     if (i < 0) return -1;
+    if (snapped >= 0) {
+        cp = m_CriticalPoints[snapped];
+        if (tangent) *tangent = Direction(cp.angle);
+        return i;
+    }
     const CCriticalPoint& p1 = m_CriticalPoints[i];
     const CCriticalPoint& p2 = m_CriticalPoints[i + 1];
     if (static_cast<std::size_t>(i) < m_Geometry.size())
@@ -426,27 +487,39 @@ CDblPoint Shifted(const CDblPoint& p, const CDblSize& t, double shift) {
 }  // namespace
 
 CDblPoint CRoute2::GetPoint(double mile, double offset) const {
-    CCriticalPoint cp;
-    CDblSize tangent;
-    if (CriticalPointNear(mile, -1, cp, &tangent) < 0) return CDblPoint();
-    return Shifted(cp.pt, tangent, m_dOffset + offset);
+    CDblPoint p;
+    GetPoints(&mile, &offset, 1, &p, nullptr);
+    return p;
 }
 
 void CRoute2::GetPoints(const double* miles, const double* offsets, INT_PTR count, CDblPoint* points,
                         double* angles) const {
+    // GetPoint's answer at each mile, without building a critical point per
+    // mile: only the point, direction and tangent are worked out.
+    const CCriticalPoint* cps = m_CriticalPoints.GetData();
     int hint = -1;
     for (INT_PTR k = 0; k < count; ++k) {
-        CCriticalPoint cp;
-        CDblSize tangent;
-        const int i = CriticalPointNear(miles[k], hint, cp, &tangent);
+        double s = 0.0;
+        INT_PTR snapped = -1;
+        const int i = ElementNear(miles[k], hint, s, snapped);
         if (i < 0) {
             points[k] = CDblPoint();
             if (angles) angles[k] = std::numeric_limits<double>::quiet_NaN();
             continue;
         }
         hint = i;
-        points[k] = Shifted(cp.pt, tangent, m_dOffset + (offsets ? offsets[k] : 0.0));
-        if (angles) angles[k] = cp.angle;
+        Station at;
+        if (snapped >= 0) {
+            at.pt = cps[snapped].pt;
+            at.angle = cps[snapped].angle;
+            at.tangent = Direction(at.angle);
+        } else if (static_cast<std::size_t>(i) < m_Geometry.size()) {
+            StationAt<true>(m_Geometry[static_cast<std::size_t>(i)], cps[i], cps[i + 1], s, at);
+        } else {
+            StationAt<true>(Prepare(cps[i], cps[i + 1], m_ClothoidMode), cps[i], cps[i + 1], s, at);
+        }
+        points[k] = Shifted(at.pt, at.tangent, m_dOffset + (offsets ? offsets[k] : 0.0));
+        if (angles) angles[k] = at.angle;
     }
 }
 

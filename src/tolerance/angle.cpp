@@ -14,7 +14,20 @@ double NormalizeAng(double deg) {
 }
 
 double NormalizeAng_Rad(double rad) {
-    const int k = detail::TruncToInt32(std::floor(rad / k2Pi));
+    // Within two turns of zero the quotient's floor is known without
+    // dividing: these bounds keep rad / 2pi clear of the integers (it cannot
+    // round onto one, nor underflow to -0). The arithmetic after it is the same.
+    int k;
+    if (rad >= 0.0 && rad <= 6.28)
+        k = 0;
+    else if (rad >= -6.28 && rad <= -1e-200)
+        k = -1;
+    else if (rad >= 6.2832 && rad <= 12.56)
+        k = 1;
+    else if (rad >= -12.56 && rad <= -6.2832)
+        k = -2;
+    else
+        k = detail::TruncToInt32(std::floor(rad / k2Pi));
     double r = rad - (2.0 * k) * kPi;
     if (r > kPi) r -= k2Pi;
     return r;

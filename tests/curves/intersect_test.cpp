@@ -44,6 +44,10 @@ TEST(XLineLine, SegmentFormBoundsExtensionsSharedEndsAndDegenerateSegments) {
         // Up to CDistanceEpsilon (0.001) beyond an end counts as on the segment.
         {o, x1, {1.0005, -1}, {1.0005, 1}, 0, {{1.0005, 0}}}, {o, x1, {1.002, -1}, {1.002, 1}, 0, {}},
         {o, x1, {1.002, -1}, {1.002, 1}, 1, {{1.002, 0}}},    {o, x1, {-0.0009, -1}, {-0.0009, 1}, 0, {{-0.0009, 0}}},
+        // The same from the side: an end 0.0005 off the other segment still meets it at (0.5, 0), from either
+        // operand; 0.002 off, both ends lie beyond the slack on one side of the other's line.
+        {o, x1, {0.5, 0.0005}, {0.5, 1}, 0, {{0.5, 0}}}, {{0.5, -0.0005}, {0.5, -1}, o, x1, 0, {{0.5, 0}}},
+        {o, x1, {0.5, 0.002}, {0.5, 1}, 0, {}}, {{0.5, 0.002}, {0.5, 1}, o, x1, 0, {}},
         // The second segment stops 1 short of the first's line: only bit 1 reaches it.
         {o, x1, q1, q2, 1, {}}, {o, x1, q1, q2, 2, {{0.5, 0}}}, {o, x1, q1, q2, 3, {{0.5, 0}}},
         // Collinear: nothing, unless an end is shared and how is 0.

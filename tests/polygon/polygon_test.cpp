@@ -1,9 +1,11 @@
 #include "points.h"
 
+#include <orvmath/angle.h>
 #include <orvmath/polygon.h>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <initializer_list>
 
 using namespace ORVMATH;
@@ -77,4 +79,36 @@ TEST(PtInPolygonEx, NonzeroWindingOnAnyPolygon) {
     };
     for (const auto& r : rows) EXPECT_EQ(PtInPolygonEx(r.poly, r.pt), r.in) << r.pt.x << "," << r.pt.y;
     EXPECT_THROW(PtInPolygonEx(CDblPointArray(), {0, 0}), CInvalidArgException);
+}
+
+// Long runs of vertices in one quadrant are passed over in blocks; the answer must not depend on where a block
+// ends. A square [0, 4]^2 subdivided unevenly (8, 6, 7 and 9 pieces per side: 30 vertices, counter-clockwise and
+// reversed) and queried on a half-unit grid, many queries level with a vertex: inside exactly in the open square.
+// Then circles of 1001 and 1003 vertices (radius 1): inside at radius 0.9, outside at 1.1.
+TEST(PtInPolygonEx, RunsOfOneQuadrantKeepTheWinding) {
+    CDblPointArray square, reversed;
+    const int pieces[4] = {8, 6, 7, 9};
+    const CDblPoint corner[5] = {{0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}};
+    for (int s = 0; s < 4; ++s)
+        for (int k = 0; k < pieces[s]; ++k) {
+            const double t = static_cast<double>(k) / pieces[s];
+            square.Add(corner[s].x + t * (corner[s + 1].x - corner[s].x), corner[s].y + t * (corner[s + 1].y - corner[s].y));
+        }
+    for (INT_PTR k = square.GetSize() - 1; k >= 0; --k) reversed.Add(square[k]);
+    for (double x = -1.5; x <= 5.5; x += 0.5)
+        for (double y = -1.5; y <= 5.5; y += 0.5) {
+            if (x == 0 || x == 4 || y == 0 || y == 4) continue;  // the boundary follows the tie rules, not this test
+            const bool in = x > 0 && x < 4 && y > 0 && y < 4;
+            EXPECT_EQ(PtInPolygonEx(square, {x, y}), in) << x << "," << y;
+            EXPECT_EQ(PtInPolygonEx(reversed, {x, y}), in) << x << "," << y;
+        }
+    for (int n : {1001, 1003}) {
+        CDblPointArray circle;
+        for (int k = 0; k < n; ++k) circle.Add(std::cos(2 * kPi * k / n), std::sin(2 * kPi * k / n));
+        for (int a = 0; a < 360; a += 7) {
+            const double c = std::cos(a * kPi / 180), s = std::sin(a * kPi / 180);
+            EXPECT_TRUE(PtInPolygonEx(circle, {0.9 * c, 0.9 * s})) << n << " " << a;
+            EXPECT_FALSE(PtInPolygonEx(circle, {1.1 * c, 1.1 * s})) << n << " " << a;
+        }
+    }
 }

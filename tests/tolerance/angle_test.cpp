@@ -68,3 +68,22 @@ TEST(Deg2DMS, TruncatesTowardZeroWithSign) {
         EXPECT_NEAR(s, r.s, 1e-8) << r.deg;
     }
 }
+
+// Near and across the bounds up to which the turn count is known without dividing, the result must be the
+// defining formula's to the bit: k = floor(rad / 2pi), rad - 2k pi, less 2pi above pi. Expected values worked out
+// with that formula in Python's doubles (float.hex).
+TEST(NormalizeAng, RadiansBitExactAcrossTheTurnBounds) {
+    const double k2 = 6.283185307179586;
+    struct Row { double in, out; } rows[] = {
+        {6.28, -0x1.a1812c53fc800p-9},  {6.281, -0x1.1e6ebdbc6f800p-9}, {6.2832, 0x1.ed025dc780000p-17},
+        {6.2835, 0x1.49fab5f390000p-12}, {12.56, -0x1.a1812c53fc800p-8}, {12.57, 0x1.dbb5f9438c000p-9},
+        {-6.28, 0x1.a1812c53fc800p-9},  {-6.2832, -0x1.ed025dc780000p-17}, {-12.56, 0x1.a1812c53fc800p-8},
+        {-12.57, -0x1.dbb5f9438c000p-9}, {9.0, 0x1.5bc095777a5d0p+1},    {-9.0, -0x1.5bc095777a5d0p+1},
+        {k2, 0.0}, {-k2, 0.0}, {2 * k2, 0.0}, {-2 * k2, 0.0},
+        // -1e-200 + 2pi rounds to 2pi, then wraps to 0; the quotient of the smallest subnormal underflows to -0,
+        // so that one is returned as it is.
+        {-1e-200, 0.0}, {-0x0.0000000000001p-1022, -0x0.0000000000001p-1022},
+    };
+    for (const Row& r : rows) EXPECT_EQ(NormalizeAng_Rad(r.in), r.out) << std::hexfloat << r.in;
+    EXPECT_TRUE(std::signbit(NormalizeAng_Rad(-0.0)));
+}

@@ -60,7 +60,9 @@ private:
 
 class ORVMATH_API CObject {
 public:
-    virtual ~CObject();
+    // Inline, so that a value object (a matrix, a point array) on the stack
+    // is destroyed without a call into the library.
+    virtual ~CObject() = default;
     // The record of the object's dynamic class (classCObject here).
     virtual CRuntimeClass* GetRuntimeClass() const;
     // Stores or loads the object's data; CObject has none and does nothing.
