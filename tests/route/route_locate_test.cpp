@@ -59,3 +59,26 @@ TEST(CRoute2Locate, StraightArcEndsAndCentre) {
         }
     }
 }
+
+// A route that starts with a left arc (R 100, a fifth of a turn) at headings that are not multiples of a right
+// angle: a point on the normal at the start faces the arc's first point, whose direction from the centre rounds to
+// either side of the arc's start angle; either way its foot is the start mile, offset R (1 - t) to the left.
+TEST(CRoute2Locate, PointsOnTheStartNormalOfAnArcFindTheStart) {
+    const double R = 100, sweep = 0.4 * kPi;
+    CArray<CRouteFoot> feet;
+    for (int k = 0; k < 24; ++k) {
+        const double h = 0.1 + 0.27 * k;  // headings across the whole turn
+        const CDblPoint c(-R * std::sin(h), R * std::cos(h));
+        const CRoute2 route = Route({Pt(SEGMENT_ARC, 0, 0, h, R),
+                                     Pt(SEGMENT_LINE, c.x + R * std::sin(h + sweep), c.y - R * std::cos(h + sweep),
+                                        h + sweep, -1)},
+                                    5.0);
+        for (double t : {0.3, 0.7, 1.3, 1.9}) {
+            SCOPED_TRACE(testing::Message() << "h " << h << " t " << t);
+            const CDblPoint p(c.x * (1 - t), c.y * (1 - t));  // c + t (start - c), the start being (0, 0)
+            ASSERT_GE(route.Locate(p, feet), 1);
+            EXPECT_NEAR(feet[0].mile, 5.0, 1e-9);
+            EXPECT_NEAR(feet[0].offset, R * (1 - t), 1e-9);
+        }
+    }
+}
