@@ -552,18 +552,19 @@ private:
     // change it (also for the test rest > above); false when it might.
     bool FindMile(double d, double below, double above, int& index, bool& overAbove, double& fromStart) const;
     SegmentType TypeAt(int index) const;
-    // Element and distance into it for a mile d from the start mile, trying
-    // element `hint` and the next one before a search (the answer is
-    // FindMile's or WalkMiles'); -1 when none.
-    int FindElement(double d, int hint, double& fromStart) const;
+    // Element and distance into it for a mile d from the start mile, from
+    // the mile index's buckets or else a search (the answer is FindMile's or
+    // WalkMiles'); -1 when none. ElementNear tries its hint first.
+    int SearchElement(double d, double& fromStart) const;
     // The critical point and unit tangent at distance s into element i
     // (0 <= i < number of points - 1).
     void EvaluateElement(int i, double s, CCriticalPoint& cp, CDblSize& tangent) const;
     // Where the mile lies, with a starting guess for the element: a mile
     // within kRouteMileSnapTol of the start (end) mile is the first (last)
     // critical point, given in `snapped`, and returns element 0 (the last);
-    // otherwise `snapped` is -1 and s the distance into the returned element.
-    // -1 for a null route or a mile off the route.
+    // otherwise `snapped` is -1 and s the distance into the returned element,
+    // trying element `hint` and the next one before a search (the answer is
+    // FindMile's or WalkMiles'). -1 for a null route or a mile off the route.
     int ElementNear(double mile, int hint, double& s, INT_PTR& snapped) const;
     // GetCriticalPoint with a starting guess for the element; also the unit
     // tangent (the direction of cp.angle) when `tangent` is given.

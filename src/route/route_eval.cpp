@@ -8,7 +8,6 @@
 
 #include "route_detail.h"
 
-#include <cfloat>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -377,13 +376,7 @@ void CRoute2::SetClothoidMode(ClothoidMode mode) {
 
 namespace {
 
-// The margin by which a mile d must clear an element's running sums in e
-// (n of them) to lie in that element beyond rounding doubt (FindMile's test).
-inline double SureSlack(const double* e, INT_PTR n, double d) {
-    return (2.0 * static_cast<double>(n) + 4.0) * DBL_EPSILON * (std::fabs(d) + e[n - 1]);
-}
-
-// Does d lie in element k by that margin? Then fromStart is the distance into it.
+// Does d lie in element k by the margin SureSlack gives? Then fromStart is the distance into it.
 inline bool SurelyIn(const double* e, INT_PTR n, double slack, double d, INT_PTR k, double& fromStart) {
     if (k < 0 || k >= n || !(k == 0 || d - e[k - 1] >= slack) || !(d - e[k] < -slack)) return false;
     fromStart = k == 0 ? d : d - e[k - 1];
@@ -392,23 +385,18 @@ inline bool SurelyIn(const double* e, INT_PTR n, double slack, double d, INT_PTR
 
 }  // namespace
 
-int CRoute2::FindElement(double d, int hint, double& fromStart) const {
-    // The element the hint names, or the next one, when the mile lies there
-    // beyond rounding doubt; then the same for the element where d's bucket
-    // of the mile index begins; else the full search.
+int CRoute2::SearchElement(double d, double& fromStart) const {
+    // The element where d's bucket of the mile index begins, or the next
+    // one, when the mile lies there beyond rounding doubt; else the full search.
     const INT_PTR n = m_SegEnds.GetSize();
-    if (n == m_SegMiles.GetSize() && n > 0 && std::isfinite(d)) {
+    if (n == m_SegMiles.GetSize() && n > 0 && std::isfinite(d) && !m_MileBuckets.empty()) {
         const double* e = m_SegEnds.GetData();
         const double slack = SureSlack(e, n, d);
-        if (SurelyIn(e, n, slack, d, hint, fromStart)) return hint;
-        if (SurelyIn(e, n, slack, d, hint + 1, fromStart)) return hint + 1;
-        if (!m_MileBuckets.empty()) {
-            const double b = std::floor(d / m_BucketMiles);
-            const INT_PTR last = static_cast<INT_PTR>(m_MileBuckets.size()) - 1;
-            const INT_PTR k = m_MileBuckets[static_cast<std::size_t>(b > 0.0 ? std::min<double>(b, last) : 0.0)];
-            if (SurelyIn(e, n, slack, d, k, fromStart)) return static_cast<int>(k);
-            if (SurelyIn(e, n, slack, d, k + 1, fromStart)) return static_cast<int>(k + 1);
-        }
+        const double b = std::floor(d / m_BucketMiles);
+        const INT_PTR last = static_cast<INT_PTR>(m_MileBuckets.size()) - 1;
+        const INT_PTR k = m_MileBuckets[static_cast<std::size_t>(b > 0.0 ? std::min<double>(b, last) : 0.0)];
+        if (SurelyIn(e, n, slack, d, k, fromStart)) return static_cast<int>(k);
+        if (SurelyIn(e, n, slack, d, k + 1, fromStart)) return static_cast<int>(k + 1);
     }
     int i = -1;
     bool unused = false;
@@ -434,16 +422,17 @@ int CRoute2::ElementNear(double mile, int hint, double& s, INT_PTR& snapped) con
     }
     const double d = mile - m_dStartMile;
     if (d < 0.0 || d > GetMile()) return -1;
-    // FindElement's first two tests, here so that a mile in the hinted
-    // element or the next, the common case of a batch, costs no call.
+    // The element the hint names, or the next one, when the mile lies there
+    // beyond rounding doubt: the common case of a batch, here so that it
+    // costs no call.
     const INT_PTR segs = m_SegEnds.GetSize();
-    if (hint >= 0 && segs == m_SegMiles.GetSize() && segs > 0 && std::isfinite(d)) {
+    if (segs == m_SegMiles.GetSize() && segs > 0 && std::isfinite(d)) {
         const double* e = m_SegEnds.GetData();
         const double slack = SureSlack(e, segs, d);
         if (SurelyIn(e, segs, slack, d, hint, s)) return hint;
         if (SurelyIn(e, segs, slack, d, hint + 1, s)) return hint + 1;
     }
-    return FindElement(d, hint, s);
+    return SearchElement(d, s);
 }
 
 int CRoute2::CriticalPointNear(double mile, int hint, CCriticalPoint& cp, CDblSize* tangent) const {

@@ -8,7 +8,6 @@
 #include "route_detail.h"
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
 
 namespace ORVMATH {
@@ -145,7 +144,7 @@ bool CRoute2::FindMile(double d, double below, double above, int& index, bool& o
     const INT_PTR n = m_SegEnds.GetSize();
     if (n == 0 || n != m_SegMiles.GetSize() || !std::isfinite(d)) return false;
     const double* e = m_SegEnds.GetData();
-    const double slack = (2.0 * static_cast<double>(n) + 4.0) * DBL_EPSILON * (std::fabs(d) + e[n - 1]);
+    const double slack = route_detail::SureSlack(e, n, d);
     const double* hit = std::partition_point(e, e + n, [d, below](double ei) { return !(d - ei < below); });
     const INT_PTR k = hit - e;
     const bool prevSure = k == 0 || d - e[k - 1] >= below + slack;
