@@ -128,6 +128,9 @@ inline double Distance(const CDblPoint& a, const CDblPoint& b) noexcept {
     return std::sqrt(dx * dx + dy * dy);
 }
 
+// True when neither coordinate is infinite or NaN.
+inline bool IsFinite(const CDblPoint& p) noexcept { return std::isfinite(p.x) && std::isfinite(p.y); }
+
 // Point comparison functors. They compare one coordinate with the scalar
 // tests, so they use CDoubleEpsilon, not CDblPointEpsilon.
 #define ORVMATH_POINT_COMPARATOR(Name, Test, axis)                                  \

@@ -24,15 +24,9 @@ double ReduceSweep(double sweep) noexcept {
     return r == 0.0 ? std::copysign(k2Pi, sweep) : r;
 }
 
-// Counter-clockwise turn from `from` to `to`, in [0, 2*pi).
-double CcwTurn(double from, double to) noexcept {
-    const double d = NormalizeAng_Rad(to - from);
-    return d < 0.0 ? d + k2Pi : d;
-}
-
 // Turn from `from` to `to` in the arc's own sense, in [0, 2*pi).
 double SenseTurn(const CArc2& a, double from, double to) noexcept {
-    return a.IsCounterClockwise() ? CcwTurn(from, to) : CcwTurn(to, from);
+    return a.IsCounterClockwise() ? detail::CcwTurn(from, to) : detail::CcwTurn(to, from);
 }
 
 // The turn (radians, in the arc's sense) from the start to the direction
@@ -125,8 +119,8 @@ double CArc2::TangentAngle(double t) const noexcept {
 }
 
 bool CArc2::ContainsAngle(double angle) const noexcept {
-    if (IsCounterClockwise()) return CcwTurn(startAngle, angle) <= sweepAngle;
-    return CcwTurn(angle, startAngle) <= -sweepAngle;
+    if (IsCounterClockwise()) return detail::CcwTurn(startAngle, angle) <= sweepAngle;
+    return detail::CcwTurn(angle, startAngle) <= -sweepAngle;
 }
 
 bool CArc2::IsPointOnArc(const CDblPoint& p, double tolerance) const noexcept {

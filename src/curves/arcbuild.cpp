@@ -6,6 +6,8 @@
 #include <orvmath/pointline.h>
 #include <orvmath/tolerance.h>
 
+#include "curve_detail.h"
+
 #include <cmath>
 
 namespace ORVMATH {
@@ -120,13 +122,11 @@ struct FilletCurve {
     bool ok = false;
 };
 
-bool Finite(const CDblPoint& p) noexcept { return std::isfinite(p.x) && std::isfinite(p.y); }
-
 FilletCurve Curve(CLine2& l) {
     FilletCurve f;
     f.line = &l;
     const double len = Distance(l.start, l.end);
-    f.ok = Finite(l.start) && Finite(l.end) && !(l.start == l.end) && len > 0.0;
+    f.ok = IsFinite(l.start) && IsFinite(l.end) && !(l.start == l.end) && len > 0.0;
     if (!f.ok) return f;
     f.carrier.a = l.start;
     f.carrier.b = l.end;
@@ -139,7 +139,7 @@ FilletCurve CircleCurve(const CDblPoint& c, double r) {
     f.carrier.isLine = false;
     f.carrier.c = c;
     f.carrier.r = r;
-    f.ok = Finite(c) && std::isfinite(r) && r > 0.0;
+    f.ok = IsFinite(c) && std::isfinite(r) && r > 0.0;
     return f;
 }
 
@@ -237,12 +237,6 @@ CDblPoint Heading(const CDblPoint& centre, const CDblPoint& p, bool ccw) {
 
 double Dot(const CDblPoint& a, const CDblPoint& b) noexcept { return a.x * b.x + a.y * b.y; }
 
-// Counter-clockwise turn from `from` to `to`, in [0, 2*pi).
-double CcwTurn(double from, double to) {
-    const double d = NormalizeAng_Rad(to - from);
-    return d < 0.0 ? d + k2Pi : d;
-}
-
 // The curve with its tangent point t made one of its ends; `away` points from
 // t into the part that the fillet removes. False when nothing would be left.
 bool TrimTo(const FilletCurve& f, const CDblPoint& t, const CDblPoint& away, CLine2& line, CArc2& arc) {
@@ -259,7 +253,7 @@ bool TrimTo(const FilletCurve& f, const CDblPoint& t, const CDblPoint& away, CLi
         if (t == (moveEnd ? arc.StartPoint() : arc.EndPoint())) return false;
         const double at = std::atan2(t.y - arc.centre.y, t.x - arc.centre.x);
         const double from = moveEnd ? arc.startAngle : at, to = moveEnd ? at : arc.startAngle + arc.sweepAngle;
-        const double turn = ccw ? CcwTurn(from, to) : -CcwTurn(to, from);
+        const double turn = ccw ? detail::CcwTurn(from, to) : -detail::CcwTurn(to, from);
         arc = CArc2(arc.centre, arc.radius, from, turn);
     }
     return true;
@@ -267,7 +261,7 @@ bool TrimTo(const FilletCurve& f, const CDblPoint& t, const CDblPoint& away, CLi
 
 CArc2 Fillet(const FilletCurve& f1, const CDblPoint& pick1, const FilletCurve& f2, const CDblPoint& pick2, double R,
              bool trim, CDblPoint* t1, CDblPoint* t2) {
-    if (!f1.ok || !f2.ok || !(R > 0.0) || !std::isfinite(R) || !Finite(pick1) || !Finite(pick2)) return CArc2();
+    if (!f1.ok || !f2.ok || !(R > 0.0) || !std::isfinite(R) || !IsFinite(pick1) || !IsFinite(pick2)) return CArc2();
     const Carrier &k1 = f1.carrier, &k2 = f2.carrier;
     // The points where the carriers meet cut both of them.
     CDblPointArray cuts, centres;

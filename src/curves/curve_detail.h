@@ -1,6 +1,7 @@
 // Rules shared by the curve classes' trims and intersections (not installed).
 #pragma once
 
+#include <orvmath/angle.h>
 #include <orvmath/containers.h>
 #include <orvmath/point2.h>
 #include <orvmath/tolerance.h>
@@ -14,6 +15,12 @@ namespace detail {
 // The point epsilon as one length: the larger of its two axes. Radii and
 // arc lengths are compared with it where points are compared per axis.
 inline double PointEpsilonLength() noexcept { return std::max(CDblPointEpsilon::x(), CDblPointEpsilon::y()); }
+
+// Counter-clockwise turn from `from` to `to`, in [0, 2*pi).
+inline double CcwTurn(double from, double to) noexcept {
+    const double d = NormalizeAng_Rad(to - from);
+    return d < 0.0 ? d + k2Pi : d;
+}
 
 // Which of `count` intersection points (0, 1 or 2, parameters t0 and t1
 // along the trimmed curve, whose own extent is [0, extent]) a trim moves one

@@ -468,15 +468,14 @@ void AddSlab(double lo, double hi, const std::vector<const SweepEdge*>& active, 
 
 double CLine2::GetRotateVolume(const CDblPointArray& outline, double angle) const {
     const INT_PTR n = outline.GetSize();
-    const bool axisOk = std::isfinite(start.x) && std::isfinite(start.y) && std::isfinite(end.x) &&
-                        std::isfinite(end.y) && !(start == end);
+    const bool axisOk = IsFinite(start) && IsFinite(end) && !(start == end);
     if (n < 3 || !axisOk || !std::isfinite(angle)) return -1.0;
     const double len = Length(), ux = (end.x - start.x) / len, uy = (end.y - start.y) / len;
     std::vector<double> s(static_cast<std::size_t>(n)), r(s.size());
     double extent = 0.0;
     for (std::size_t i = 0; i < s.size(); ++i) {
         const CDblPoint& p = outline[static_cast<INT_PTR>(i)];
-        if (!std::isfinite(p.x) || !std::isfinite(p.y)) return -1.0;
+        if (!IsFinite(p)) return -1.0;
         const double dx = p.x - start.x, dy = p.y - start.y;
         s[i] = dx * ux + dy * uy;
         r[i] = ux * dy - uy * dx;

@@ -4,6 +4,8 @@
 #include <orvmath/preparedpolygon.h>
 #include <orvmath/tolerance.h>
 
+#include "polygon_detail.h"
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -12,10 +14,9 @@ namespace ORVMATH {
 
 namespace {
 
-bool IsFinite(const CDblPoint& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+using detail::Cross;
+using detail::Dot;
 
-double Cross(const CDblSize& a, const CDblSize& b) { return a.cx * b.cy - a.cy * b.cx; }
-double Dot(const CDblSize& a, const CDblSize& b) { return a.cx * b.cx + a.cy * b.cy; }
 CDblPoint Along(const CDblPoint& a, const CDblSize& e, double u) { return CDblPoint(a.x + u * e.cx, a.y + u * e.cy); }
 
 double DistanceEpsilon() { return std::max(CDistanceEpsilon::get(), 0.0); }
@@ -95,24 +96,19 @@ public:
         const double qa = Dot(e, e);
         if (qa == 0.0) return;
         const double qb = Dot(e, w), qc = Dot(w, w) - m_arc.radius * m_arc.radius;
-        const double disc = qb * qb - qa * qc, slack = eps / std::sqrt(qa);
+        const double disc = qb * qb - qa * qc;
         if (disc < 0.0) return;
-        for (const double root : {-std::sqrt(disc), std::sqrt(disc)}) {
+        const double slack = eps / std::sqrt(qa), r = std::sqrt(disc);
+        for (const double root : {-r, r}) {
             const double u = (root - qb) / qa;
-            if (u >= -slack && u <= 1.0 + slack) AddCut(ParamOf(Along(a, e, u)), cuts);
+            if (u >= -slack && u <= 1.0 + slack) {
+                const CDblPoint q = Along(a, e, u);
+                AddCut(m_arc.AngleToParam(std::atan2(q.y - m_arc.centre.y, q.x - m_arc.centre.x)), cuts);
+            }
         }
     }
 
 private:
-    // Fraction of the sweep at which the arc reaches the direction of p,
-    // going round in the arc's own sense from its start.
-    double ParamOf(const CDblPoint& p) const {
-        const double angle = std::atan2(p.y - m_arc.centre.y, p.x - m_arc.centre.x);
-        double phi = std::fmod(m_arc.sweepAngle >= 0.0 ? angle - m_arc.startAngle : m_arc.startAngle - angle, k2Pi);
-        if (phi < 0.0) phi += k2Pi;
-        return phi / std::fabs(m_arc.sweepAngle);
-    }
-
     const CArc2& m_arc;
 };
 
@@ -127,14 +123,15 @@ std::vector<Piece> ClassifyPieces(const Curve& curve, const CDblPointArray& poly
     const CDblPoint* v = polygon.GetData();
     if (TwiceSignedArea(polygon) == 0.0) return {Piece{0.0, 1.0, false}};
 
+    // The polygon's box against the curve's, in one pass over the vertices.
     CDblPoint lo, hi;
     curve.Box(lo, hi);
-    const auto byX = [](const CDblPoint& a, const CDblPoint& b) { return a.x < b.x; };
-    const auto byY = [](const CDblPoint& a, const CDblPoint& b) { return a.y < b.y; };
-    if (std::max_element(v, v + n, byX)->x < lo.x - eps || std::min_element(v, v + n, byX)->x > hi.x + eps ||
-        std::max_element(v, v + n, byY)->y < lo.y - eps || std::min_element(v, v + n, byY)->y > hi.y + eps) {
-        return {Piece{0.0, 1.0, false}};
+    double x0 = v[0].x, x1 = x0, y0 = v[0].y, y1 = y0;
+    for (INT_PTR i = 1; i < n; ++i) {
+        x0 = std::min(x0, v[i].x), x1 = std::max(x1, v[i].x);
+        y0 = std::min(y0, v[i].y), y1 = std::max(y1, v[i].y);
     }
+    if (x1 < lo.x - eps || x0 > hi.x + eps || y1 < lo.y - eps || y0 > hi.y + eps) return {Piece{0.0, 1.0, false}};
 
     std::vector<double> cuts{0.0};
     const double length = curve.Length();

@@ -1,5 +1,7 @@
 #include <orvmath/polygon.h>
 
+#include "polygon_detail.h"
+
 #include <cmath>
 
 #if defined(__SSE2__) || defined(_M_X64)
@@ -13,9 +15,8 @@ namespace {
 
 constexpr int kTooFewVertices = 3;  // thrown (as a plain int) by the convexity tests below three vertices
 
-// The planar cross product, as CrossProduct of two 2-vectors computes it
-// (inline here: it is the inner loop of every predicate below).
-inline double Cross(const CDblSize& u, const CDblSize& v) noexcept { return u.cx * v.cy - u.cy * v.cx; }
+// The planar cross product, as CrossProduct of two 2-vectors computes it.
+using detail::Cross;
 
 // +1, 0 or -1; NaN counts as negative.
 int Sign(double c) noexcept { return c > 0 ? 1 : (c == 0 ? 0 : -1); }

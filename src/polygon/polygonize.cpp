@@ -7,6 +7,8 @@
 #include <orvmath/polygon.h>
 #include <orvmath/tolerance.h>
 
+#include "polygon_detail.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -20,7 +22,7 @@ namespace {
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);  // no node, no cycle, no place
 constexpr double kMaxCellsPerAxis = 1 << 20;  // bounds the crossing grid whatever the spread of the input
 
-inline double Cross(double ax, double ay, double bx, double by) noexcept { return ax * by - ay * bx; }
+using detail::Cross;
 
 struct Box {
     double minx, miny, maxx, maxy;
@@ -214,9 +216,7 @@ struct Graph {
 Graph BuildGraph(const CLine2Array& segments, double eps) {
     std::vector<CDblPoint> ends;
     for (const CLine2& s : segments) {
-        if (!std::isfinite(s.start.x) || !std::isfinite(s.start.y) || !std::isfinite(s.end.x) ||
-            !std::isfinite(s.end.y) || !(Distance(s.start, s.end) > eps))
-            continue;
+        if (!IsFinite(s.start) || !IsFinite(s.end) || !(Distance(s.start, s.end) > eps)) continue;
         ends.push_back(s.start);
         ends.push_back(s.end);
     }

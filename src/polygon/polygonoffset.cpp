@@ -11,6 +11,8 @@
 
 #include <orvmath/angle.h>
 
+#include "polygon_detail.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -27,7 +29,7 @@ constexpr double kParamEps = 1e-12;  // a crossing this close to a piece's end d
 struct Vec {
     double x = 0.0, y = 0.0;
 };
-inline double Cross(double ax, double ay, double bx, double by) { return ax * by - ay * bx; }
+using detail::Cross;
 
 // A piece of a chain: the segment a -> b, or the arc about c of radius r
 // from angle a0 through `sweep` (signed), whose ends are a and b.

@@ -67,7 +67,7 @@ bool IsSimple(const Ring& v) {
 Ring Clean(const CDblPointArray& polygon) {
     Ring v;
     for (const CDblPoint& p : polygon) {
-        if (!std::isfinite(p.x) || !std::isfinite(p.y)) return Ring();
+        if (!IsFinite(p)) return Ring();
         if (v.empty() || !(p == v.back())) v.push_back(p);
     }
     while (v.size() > 1 && v.back() == v.front()) v.pop_back();
