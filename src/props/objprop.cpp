@@ -6,7 +6,6 @@
 
 #include "../text/numscan.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -17,7 +16,6 @@ namespace ORVMATH {
 
 namespace {
 
-using text_detail::IsDigit;
 using text_detail::SkipSpace;
 
 // The smallest item record: an empty name (a one-WORD count), the type code
@@ -35,13 +33,11 @@ bool ReadDouble(const char*& p, const char* last, double& value) {
 
 bool ReadInt(const char*& p, const char* last, int& value) {
     p = SkipSpace(p, last);
-    const char* end = text_detail::ScanSigned(p, last);
-    const bool sign = end != p && (*p == '+' || *p == '-');
-    if (end == p || !std::all_of(p + (sign ? 1 : 0), end, IsDigit)) return false;  // a fraction or exponent
-    const char* first = *p == '+' ? p + 1 : p;  // from_chars takes '-' only
-    const std::from_chars_result r = std::from_chars(first, end, value);
-    if (r.ec != std::errc() || r.ptr != end) return false;  // beyond the range of int
-    p = SkipSpace(end, last);
+    const char* first = p != last && *p == '+' ? p + 1 : p;  // from_chars takes '-' only
+    if (first != p && first != last && *first == '-') return false;  // "+-5"
+    const std::from_chars_result r = std::from_chars(first, last, value);
+    if (r.ec != std::errc()) return false;  // no digits, or beyond the range of int
+    p = SkipSpace(r.ptr, last);  // a '.' or 'e' left here fails in the caller
     return true;
 }
 
@@ -178,7 +174,7 @@ void CORVObjPropItem::SetText(const CString& text) {
 }
 
 bool CORVObjPropItem::SetPoint(const CDblPoint& pt) {
-    if (!std::isfinite(pt.x) || !std::isfinite(pt.y)) return false;
+    if (!IsFinite(pt)) return false;
     std::string text;
     Append(text, pt.x);
     text += ',';
@@ -234,11 +230,8 @@ void CORVObjPropItem::Serialize(CArchive& ar) {
     CString name, text;
     std::int32_t code = 0;
     ar >> name >> code >> text;
-    if (!IsPropType(code) || !Reads(static_cast<PropType>(code), text))
-        AfxThrowArchiveException(CArchiveException::badSchema);
+    if (!Set(static_cast<PropType>(code), text)) AfxThrowArchiveException(CArchiveException::badSchema);
     m_Name = name;
-    m_Type = static_cast<PropType>(code);
-    m_Text = text;
 }
 
 IMPLEMENT_SERIAL(CORVObjProp, CObject, 1)
@@ -259,16 +252,15 @@ const CORVObjPropItem* CORVObjProp::Lookup(const CString& name) const {
 }
 
 void CORVObjProp::Add(const CORVObjPropItem& item) {
-    const int i = Find(item.GetName());
-    if (i >= 0) {
-        m_Items[static_cast<std::size_t>(i)] = item;
+    const auto [it, added] = m_Index.try_emplace(item.GetName().str(), GetCount());
+    if (!added) {
+        m_Items[static_cast<std::size_t>(it->second)] = item;
         return;
     }
-    m_Items.push_back(item);
     try {
-        m_Index.emplace(item.GetName().str(), GetCount() - 1);
+        m_Items.push_back(item);
     } catch (...) {
-        m_Items.pop_back();  // the index and the items must agree
+        m_Index.erase(it);  // the index and the items must agree
         throw;
     }
 }
@@ -372,8 +364,8 @@ void CORVObjProp::Serialize(CArchive& ar) {
     for (ULONGLONG k = 0; k < n; ++k) {
         CORVObjPropItem item;
         item.Serialize(ar);
-        if (loaded.Find(item.GetName()) >= 0) AfxThrowArchiveException(CArchiveException::badSchema);
         loaded.Add(item);
+        if (static_cast<ULONGLONG>(loaded.GetCount()) != k + 1) AfxThrowArchiveException(CArchiveException::badSchema);
     }
     m_Items.swap(loaded.m_Items);
     m_Index.swap(loaded.m_Index);

@@ -159,8 +159,7 @@ bool Reader::Enter(int pos) {
 }
 
 void Reader::Next() {
-    const char* p = m_begin + m_token.pos + m_token.length;
-    while (p != m_end && text_detail::IsSpace(*p)) ++p;
+    const char* p = text_detail::SkipSpace(m_begin + m_token.pos + m_token.length, m_end);
     Token t;
     t.pos = static_cast<int>(p - m_begin);
     t.length = 1;
